@@ -1,0 +1,8 @@
+// upkeep.exe: runs a maintenance script (see README.md).
+#include "engine/startup.h"
+#include "functions/families.h"
+
+int wmain(int argc, wchar_t** argv) {
+  const engine::FunctionRegistry registry = api::makeFunctionRegistry();
+  return engine::runProgram(argc, argv, registry);
+}

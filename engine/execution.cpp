@@ -1,0 +1,82 @@
+#include "engine/engine.h"
+
+#include "engine/log.h"
+
+namespace engine {
+namespace {
+
+// After a function (or a handler list ending with it): its successor, or the
+// successor of the nearest owner that has one.
+FunctionBase* continuation(FunctionBase* function) {
+  for (FunctionBase* f = function; f; f = f->parent)
+    if (f->next) return f->next.get();
+  return nullptr;
+}
+
+}  // namespace
+
+FunctionBase* Engine::label(const std::wstring& name) const {
+  auto it = labels_.find(name);
+  return it == labels_.end() ? nullptr : it->second;
+}
+
+void Engine::run() {
+  for (FunctionBase* current = head_.get(); current;) current = step(current);
+}
+
+FunctionBase* Engine::step(FunctionBase* f) {
+  if (const std::wstring* target = f->jumpTarget()) {
+    log(L"GoTo label '%s'", target->c_str());
+    return label(*target);
+  }
+  f->execute();
+
+  if (f->kind() == FunctionKind::Bool) {
+    auto* b = static_cast<FunctionRetBool*>(f);
+    if (!b->getResult() && b->falseHandler) {
+      log(L"Entering onFalse handler.");
+      return b->falseHandler.get();
+    }
+    if (b->getResult() && b->trueHandler) {
+      log(L"Entering onTrue handler.");
+      return b->trueHandler.get();
+    }
+  } else if (f->kind() == FunctionKind::Error) {
+    auto* e = static_cast<FunctionRetError*>(f);
+    if (!e->hasError()) {
+      if (e->successHandler) {
+        log(L"Entering onsuccess handler.");
+        return e->successHandler.get();
+      }
+      return continuation(f);
+    }
+    const std::wstring error = e->getErrorText();
+    runtime_.variables.set(L"error", error);
+    if (auto it = e->errorHandlers.find(error); it != e->errorHandlers.end()) {
+      log(L"Entering onerrorspec handler err='%s'", error.c_str());
+      return it->second.get();
+    }
+    if (e->errorHandler) {
+      log(L"Entering onerror handler. err='%s'", error.c_str());
+      return e->errorHandler.get();
+    }
+    if (!runtime_.errorTarget.empty()) {
+      log(L"Entering onErrorGoTo handler. err='%s'", error.c_str());
+      return label(runtime_.errorTarget);
+    }
+  }
+  return continuation(f);
+}
+
+void Engine::reset() {
+  labels_.clear();
+  runtime_.variables.reset();
+  runtime_.errorTarget.clear();
+  runtime_.handles.cleanUp();
+  head_.reset();
+  setTraceFile(L"");
+}
+
+Engine::~Engine() { head_.reset(); }
+
+}  // namespace engine

@@ -1,0 +1,105 @@
+#pragma once
+// The function model: one object per script element. The engine creates it
+// through the registry, lets it read its attributes once, and runs it any
+// number of times; its result picks the handler that runs next.
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "engine/runtime.h"
+
+namespace engine {
+
+enum class FunctionKind : uint8_t { Plain = 0, Error = 1, Bool = 2 };
+
+using Attributes = std::map<std::wstring, std::wstring>;
+
+// Whether an attribute must be present, and whether it may be empty.
+enum class Need { Optional, Present, NonEmpty };
+
+class FunctionBase {
+ public:
+  // Deletes the whole list that follows (iteratively: lists can be long).
+  virtual ~FunctionBase();
+  virtual void execute() = 0;
+  virtual bool readAttributes() = 0;
+
+  // The label a `goto` jumps to; nullptr for every other function.
+  virtual const std::wstring* jumpTarget() const { return nullptr; }
+  // A label this function refers to, which must exist in the script.
+  virtual const std::wstring* labelReference() const { return jumpTarget(); }
+
+  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind) {
+    runtime_ = &runtime;
+    name_ = std::move(tag);
+    kind_ = kind;
+  }
+  const std::wstring& name() const { return name_; }
+  FunctionKind kind() const { return kind_; }
+  Attributes& attributes() { return attributes_; }
+
+  std::unique_ptr<FunctionBase> next;
+  FunctionBase* parent = nullptr;
+
+ protected:
+  // Attribute reading for readAttributes(): false when a needed one is missing.
+  bool readText(const wchar_t* attribute, std::wstring& out, Need need = Need::Present) const;
+  bool readInt(const wchar_t* attribute, int32_t& out, Need need = Need::Present) const;
+  // True exactly for "true" or "1".
+  bool readFlag(const wchar_t* attribute, bool& out, Need need = Need::Optional) const;
+  const std::wstring* attribute(const wchar_t* name) const;
+
+  std::wstring expand(const std::wstring& text) const { return runtime_->variables.expand(text); }
+  VariableStore& variables() const { return runtime_->variables; }
+  HandleTable& handles() const { return runtime_->handles; }
+  Runtime& runtime() const { return *runtime_; }
+
+ private:
+  Runtime* runtime_ = nullptr;
+  std::wstring name_;
+  FunctionKind kind_ = FunctionKind::Plain;
+  Attributes attributes_;
+};
+
+// Success or error with an error text; drives onsuccess/onerror/onerrorspec.
+class FunctionRetError : public FunctionBase {
+ public:
+  virtual bool hasError() const { return failed_; }
+  virtual std::wstring getErrorText() const { return errorText_; }
+
+  std::map<std::wstring, std::unique_ptr<FunctionBase>> errorHandlers;
+  std::unique_ptr<FunctionBase> errorHandler;
+  std::unique_ptr<FunctionBase> successHandler;
+
+ protected:
+  void fail(uint32_t windowsError);
+  void fail(std::wstring text);
+  // Clears an earlier outcome, for functions that start each run afresh.
+  void clearResult();
+  // "<tag> function end with success|error. err:'<text>'"; `tag` defaults to
+  // this function's own name.
+  void logEnd(const wchar_t* tag = nullptr) const;
+
+ private:
+  std::wstring errorText_;
+  bool failed_ = false;
+};
+
+// True or false; drives onTrue/onFalse.
+class FunctionRetBool : public FunctionBase {
+ public:
+  virtual bool getResult() const { return result_; }
+
+  std::unique_ptr<FunctionBase> trueHandler;
+  std::unique_ptr<FunctionBase> falseHandler;
+
+ protected:
+  // Stores the result and logs "<tag> function end with True|False.".
+  void finish(bool result);
+
+ private:
+  bool result_ = false;
+};
+
+}  // namespace engine

@@ -1,0 +1,167 @@
+#include "engine/engine.h"
+
+#include <cwchar>
+
+#include <tinyxml.h>
+
+#include "engine/integer.h"
+#include "engine/log.h"
+#include "engine/loops.h"
+#include "platform/text.h"
+
+namespace engine {
+namespace {
+
+constexpr int kExpectedMajor = 1;
+constexpr int kExpectedMinor = 1;
+
+std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
+
+// The `data` parameter may be written as the text of a <data> child.
+void applyDataChild(TiXmlElement& element, Attributes& attributes) {
+  const TiXmlElement* data = element.FirstChildElement("data");
+  if (!data || attributes.count(L"data")) return;
+  const TiXmlNode* first = data->FirstChild();
+  const TiXmlText* text = first ? first->ToText() : nullptr;
+  attributes[L"data"] = text ? wide(text->Value()) : std::wstring();
+}
+
+}  // namespace
+
+bool checkVersion(const char* version) {
+  const std::wstring text = wide(version);
+  if (text.empty()) {
+    log(L"Version not found");
+    return false;
+  }
+  const int major = toInt(text);
+  const size_t dot = text.find(L'.');
+  const int minor = dot == std::wstring::npos ? 0 : toInt(std::wstring_view(text).substr(dot + 1));
+  if (major != kExpectedMajor) {
+    log(L"Cannot continue... Expected version: %d.%d, current version: %s", kExpectedMajor, kExpectedMinor,
+        text.c_str());
+    return false;
+  }
+  if (minor != kExpectedMinor)
+    log(L"Warning! Different minor version. Expected: %d.%d, current: %s", kExpectedMajor, kExpectedMinor,
+        text.c_str());
+  return true;
+}
+
+bool Engine::prepare(TiXmlDocument& document, const Presets& presets) {
+  TiXmlElement* root = document.RootElement();
+  if (!root) {
+    log(L"Root not found");
+    return false;
+  }
+  if (!checkVersion(root->Attribute("version"))) return false;
+  reset();
+  for (const auto& [name, value] : presets) runtime_.variables.set(name, value);
+  if (const char* trace = root->Attribute("log")) setTraceFile(runtime_.variables.expand(wide(trace)));
+  if (!buildList(nullptr, *root, head_)) return false;
+  for (const auto& [name, function] : labels_) {
+    if (!function) {
+      log(L"Label '%s' is reffered, but not present", name.c_str());
+      return false;
+    }
+  }
+  return true;
+}
+
+bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head) {
+  FunctionBase* last = nullptr;
+  for (TiXmlElement* element = parent.FirstChildElement(); element; element = element->NextSiblingElement()) {
+    const std::string_view tag = element->ValueStr();
+    if (tag == "for" || tag == "xmlForEach") {
+      const bool isFor = tag == "for";
+      element = isFor ? expandFor(*element) : expandXmlForEach(*element);
+      if (!element) {
+        log(isFor ? L"For function is invalid" : L"xmlForEach function is invalid");
+        head.reset();
+        return false;
+      }
+    }
+    std::unique_ptr<FunctionBase> function = buildFunction(owner, *element);
+    if (!function) {
+      head.reset();
+      return false;
+    }
+    FunctionBase* current = function.get();
+    (last ? last->next : head) = std::move(function);
+    last = current;
+  }
+  return true;
+}
+
+std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlElement& element) {
+  const std::wstring tag = wide(element.Value());
+  const FunctionRegistry::Entry* entry = registry_.lookup(tag);
+  if (!entry) {
+    log(L"Function '%s' not found", tag.c_str());
+    return nullptr;
+  }
+  std::unique_ptr<FunctionBase> function = entry->factory();
+  if (!function) {
+    log(L"Cannot create function '%s'", tag.c_str());
+    return nullptr;
+  }
+  function->attach(runtime_, tag, entry->kind);
+  for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
+    function->attributes()[wide(a->Name())] = wide(a->Value());
+  applyDataChild(element, function->attributes());
+  if (!function->readAttributes()) {
+    log(L"Function '%s' has invalid parameters (attributes)", tag.c_str());
+    return nullptr;
+  }
+  if (!buildHandlers(*function, element)) return nullptr;
+  function->parent = owner;
+
+  auto id = function->attributes().find(L"id");
+  if (id != function->attributes().end() && !id->second.empty() && !addLabel(id->second, function.get()))
+    return nullptr;
+  if (const std::wstring* target = function->labelReference(); target && !target->empty())
+    labels_.try_emplace(*target, nullptr);
+  return function;
+}
+
+bool Engine::addLabel(const std::wstring& name, FunctionBase* function) {
+  auto [it, added] = labels_.try_emplace(name, function);
+  if (added || !it->second) {
+    it->second = function;
+    return true;
+  }
+  log(L"Label '%s' is used for two different function instances.", name.c_str());
+  return false;
+}
+
+bool Engine::buildHandler(FunctionBase& function, TiXmlElement* handler, std::unique_ptr<FunctionBase>& head) {
+  return !handler || buildList(&function, *handler, head);
+}
+
+bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
+  if (function.kind() == FunctionKind::Error) {
+    auto& f = static_cast<FunctionRetError&>(function);
+    for (TiXmlElement* spec = element.FirstChildElement("onerrorspec"); spec;
+         spec = spec->NextSiblingElement("onerrorspec")) {
+      const char* err = spec->Attribute("err");
+      if (!err || !*err) {
+        log(L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
+            function.name().c_str());
+        return false;
+      }
+      std::unique_ptr<FunctionBase> list;
+      if (!buildList(&function, *spec, list)) return false;
+      if (list) f.errorHandlers[wide(err)] = std::move(list);
+    }
+    return buildHandler(function, element.FirstChildElement("onerror"), f.errorHandler) &&
+           buildHandler(function, element.FirstChildElement("onsuccess"), f.successHandler);
+  }
+  if (function.kind() == FunctionKind::Bool) {
+    auto& f = static_cast<FunctionRetBool&>(function);
+    return buildHandler(function, element.FirstChildElement("onTrue"), f.trueHandler) &&
+           buildHandler(function, element.FirstChildElement("onFalse"), f.falseHandler);
+  }
+  return true;
+}
+
+}  // namespace engine

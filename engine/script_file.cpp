@@ -1,0 +1,74 @@
+#include "engine/script_file.h"
+
+#include <cstdio>
+#include <memory>
+#include <share.h>
+#include <windows.h>
+
+#include <tinyxml.h>
+
+#include "platform/error_text.h"
+#include "platform/text.h"
+
+namespace engine {
+namespace {
+
+struct FileCloser {
+  void operator()(FILE* f) const { std::fclose(f); }
+};
+using UniqueFile = std::unique_ptr<FILE, FileCloser>;
+
+std::string utf16ToUtf8(const char* bytes, size_t length, bool bigEndian) {
+  std::wstring text(length / 2, L'\0');
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto hi = static_cast<unsigned char>(bytes[2 * i + (bigEndian ? 0 : 1)]);
+    const auto lo = static_cast<unsigned char>(bytes[2 * i + (bigEndian ? 1 : 0)]);
+    text[i] = static_cast<wchar_t>(hi << 8 | lo);
+  }
+  return platform::toUtf8(text);
+}
+
+bool startsWith(const char* bytes, size_t length, std::string_view prefix) {
+  return length >= prefix.size() && std::string_view(bytes, prefix.size()) == prefix;
+}
+
+}  // namespace
+
+uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes) {
+  SetLastError(0);
+  UniqueFile file(_wfsopen(path.c_str(), L"rb", _SH_DENYWR));
+  if (!file) return platform::lastErrorOr(30);
+  std::fseek(file.get(), 0, SEEK_END);
+  const long length = std::ftell(file.get());
+  std::fseek(file.get(), 0, SEEK_SET);
+  if (length <= 0) return 1006;
+  bytes.resize(static_cast<size_t>(length));
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  return 0;
+}
+
+uint32_t writeWholeFile(const std::wstring& path, const std::vector<unsigned char>& bytes) {
+  SetLastError(0);
+  UniqueFile file(_wfsopen(path.c_str(), L"wb", _SH_DENYRW));
+  if (!file) return platform::lastErrorOr(30);
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return platform::lastErrorOr(29);
+  return 0;
+}
+
+std::string scriptTextToUtf8(const char* bytes, size_t length) {
+  if (startsWith(bytes, length, "\xFF\xFE")) return utf16ToUtf8(bytes + 2, length - 2, false);
+  if (startsWith(bytes, length, "\xFE\xFF")) return utf16ToUtf8(bytes + 2, length - 2, true);
+  if (startsWith(bytes, length, "\xEF\xBB\xBF")) return std::string(bytes + 3, length - 3);
+  const std::string_view text(bytes, length);
+  if (platform::isValidUtf8(text)) return std::string(text);
+  return platform::toUtf8(platform::fromAnsi(text));
+}
+
+bool parseScript(const char* bytes, size_t length, TiXmlDocument& document) {
+  const std::string text = scriptTextToUtf8(bytes, length);
+  if (text.find_first_not_of(" \t\r\n") == std::string::npos) return false;
+  document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
+  return !document.Error();
+}
+
+}  // namespace engine

@@ -1,0 +1,207 @@
+#include "engine/startup.h"
+
+#include <windows.h>
+
+#include <cwchar>
+#include <vector>
+
+#include <tinyxml.h>
+
+#include "engine/blowfish.h"
+#include "engine/engine.h"
+#include "engine/log.h"
+#include "engine/script_file.h"
+
+namespace engine {
+namespace {
+
+void enablePrivileges() {
+  HANDLE token = nullptr;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return;
+  static const wchar_t* const names[] = {
+      L"SeLoadDriverPrivilege",         L"SeDebugPrivilege",          L"SeManageVolumePrivilege",
+      L"SeProfileSingleProcessPrivilege", L"SeSecurityPrivilege",      L"SeShutdownPrivilege",
+      L"SeSystemProfilePrivilege",      L"SeImpersonatePrivilege",    L"SeIncreaseQuotaPrivilege",
+      L"SeAssignPrimaryTokenPrivilege"};
+  for (const wchar_t* name : names) {
+    TOKEN_PRIVILEGES privileges{};
+    if (!LookupPrivilegeValueW(nullptr, name, &privileges.Privileges[0].Luid)) continue;
+    privileges.PrivilegeCount = 1;
+    privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+    AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
+  }
+  CloseHandle(token);
+}
+
+bool keyIs(const wchar_t* key, const wchar_t* word) {
+  for (; *key && *word; ++key, ++word) {
+    const wchar_t k = *key >= L'A' && *key <= L'Z' ? *key + 32 : *key;
+    if (k != *word) return false;
+  }
+  return *key == *word;
+}
+
+void logUsage(const std::wstring& error, const wchar_t* program) {
+  if (!error.empty()) log(L"%s\n", error.c_str());
+  log(L"Usage:\n%s [/file | /encfile] <xmlpath> [/debug] [/var key value]*\n", program);
+}
+
+std::wstring programPath() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length == 0) return {};
+    if (length < path.size()) return path.substr(0, length);
+    path.resize(path.size() * 2);
+  }
+}
+
+// Encrypted text ends at the zero padding; UTF-16 text keeps its own zero bytes.
+size_t decryptedTextLength(const std::vector<unsigned char>& text) {
+  const bool utf16 = text.size() >= 2 && ((text[0] == 0xFF && text[1] == 0xFE) || (text[0] == 0xFE && text[1] == 0xFF));
+  if (!utf16) return strnlen(reinterpret_cast<const char*>(text.data()), text.size());
+  size_t length = text.size();
+  while (length > 0 && text[length - 1] == 0) --length;
+  return (length + 1) / 2 * 2;
+}
+
+int encryptInPlace(const std::wstring& path) {
+  log(L"Encrypting");
+  std::vector<unsigned char> bytes;
+  if (uint32_t error = readWholeFile(path, bytes)) {
+    log(L"Error reading file '%s': %d", path.c_str(), error);
+    return static_cast<int>(error);
+  }
+  std::vector<unsigned char> cipher(class_blowfish::paddedLength(bytes.size()));
+  class_blowfish blowfish;
+  blowfish.initialize(class_blowfish::kProgramKey, 0);
+  blowfish.encrypt(bytes.data(), cipher.data(), bytes.size());
+  const uint32_t error = writeWholeFile(path, cipher);
+  if (error) log(L"Error writting file '%s': %d", path.c_str(), error);
+  log(L"End");
+  return static_cast<int>(error);
+}
+
+// Loads the script into `document`; returns 0 or the exit code of the failure.
+int loadScript(const CommandLine& args, TiXmlDocument& document) {
+  const std::wstring path = args.scriptPath;
+  std::vector<unsigned char> bytes;
+  if (!args.decrypt) {
+    log(L"Loading xml");
+    const uint32_t error = readWholeFile(path, bytes);
+    if (error || !parseScript(reinterpret_cast<const char*>(bytes.data()), bytes.size(), document)) {
+      log(L"Cannot load xml file '%s'\n", path.c_str());
+      return -3;
+    }
+    return 0;
+  }
+  log(L"Decrypting");
+  if (uint32_t error = readWholeFile(path, bytes)) {
+    log(L"Error reading file '%s': %d", path.c_str(), error);
+    return static_cast<int>(error);
+  }
+  bytes.resize(class_blowfish::paddedLength(bytes.size()));  // a truncated last block reads as zeros
+  class_blowfish blowfish;
+  blowfish.initialize(class_blowfish::kProgramKey, 0);
+  blowfish.decrypt(bytes.data(), bytes.data(), bytes.size());
+  log(L"Loading decrypted xml");
+  if (!parseScript(reinterpret_cast<const char*>(bytes.data()), decryptedTextLength(bytes), document)) {
+    log(L"Cannot parse xml file from '%s'\n", path.c_str());
+    return -3;
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& error) {
+  const auto missingValue = [&] {
+    error = std::wstring(L"Argument key '") + argv[argc - 1] + L"' does not have the required value\n";
+    return false;
+  };
+  for (int i = 1; i < argc; ++i) {
+    const wchar_t* key = argv[i];
+    if (*key == L'-' || *key == L'/') ++key;
+    if (keyIs(key, L"file") || keyIs(key, L"encfile") || keyIs(key, L"encrypt")) {
+      if (i + 1 >= argc) return missingValue();
+      out.scriptPath = argv[++i];
+      if (keyIs(key, L"encfile")) out.decrypt = true;
+      if (keyIs(key, L"encrypt")) out.encrypt = true;
+    } else if (keyIs(key, L"debug")) {
+      out.debug = true;
+    } else if (keyIs(key, L"var")) {
+      // `/var name` at the very end is accepted with an empty value.
+      if (i + 1 >= argc) return missingValue();
+      out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
+      i += 2;
+    } else {
+      error = std::wstring(L"Unknown argument key: '") + argv[i] + L"'\n";
+      return false;
+    }
+  }
+  return true;
+}
+
+bool checkScriptPath(const std::wstring& path, const std::wstring& program, std::wstring& error) {
+  if (path.size() >= 2 && path[0] == L'\\' && path[1] == L'\\') return false;
+  const bool hasParent = path.find(L"..") != std::wstring::npos;
+  const wchar_t first = path[0] >= L'a' && path[0] <= L'z' ? path[0] - 32 : path[0];
+  const bool absolute = path.size() >= 2 && first >= L'A' && first <= L'Z' && path[1] == L':';
+  if (!absolute) {
+    if (hasParent) error = L"The XML path does not point to a valid location";
+    return !hasParent;
+  }
+  const size_t slash = program.rfind(L'\\');
+  if (slash == std::wstring::npos) {
+    error = L"Could not get the current executable path";
+    return false;
+  }
+  // A plain prefix match: a sibling whose name extends the directory's passes too.
+  const std::wstring directory = program.substr(0, slash);
+  if (hasParent || _wcsnicmp(path.c_str(), directory.c_str(), directory.size()) != 0) {
+    error = L"The XML path does not point to a valid location";
+    return false;
+  }
+  return true;
+}
+
+int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
+  enablePrivileges();
+  log(L"Started");
+  CommandLine args;
+  std::wstring error;
+  const bool parsed = parseCommandLine(argc, argv, args, error);
+  setDebugOutput(args.debug);
+  if (!parsed) {
+    logUsage(error, argv[0]);
+    return -1;
+  }
+  log(L"Command line parsed, validate arguments");
+  if (!args.scriptPath) error = L"Argument pair '/file <xmlpath>' is missing";
+  else if (!*args.scriptPath) error = L"The XML path is empty";
+  if (!error.empty() || (!args.encrypt && !checkScriptPath(args.scriptPath, programPath(), error))) {
+    logUsage(error, argv[0]);
+    return -2;
+  }
+  if (args.encrypt) return encryptInPlace(args.scriptPath);
+
+  TiXmlDocument document;
+  Engine engine(registry);
+  int result = loadScript(args, document);
+  if (result == 0) {
+    log(L"Prepare");
+    if (engine.prepare(document, args.presets)) {
+      log(L"Execute");
+      log(L"Start executing");
+      engine.run();
+      log(L"Stop executing");
+      log(L"End");
+    } else {
+      result = -4;
+    }
+  }
+  engine.reset();
+  return result;
+}
+
+}  // namespace engine

@@ -1,0 +1,31 @@
+#include "engine/integer.h"
+#include "engine/log.h"
+#include "functions/base/functions.h"
+
+namespace api::base {
+
+bool FunctionAssignToken::readAttributes() {
+  if (!readText(L"var", var_, engine::Need::NonEmpty) || !readText(L"value", value_) ||
+      !readText(L"regexp", pattern_) || !readText(L"index", index_))
+    return false;
+  regex_ = engine::Regex::compile(pattern_);
+  return regex_ != nullptr;
+}
+
+void FunctionAssignToken::execute() {
+  const std::wstring value = expand(value_);
+  const int32_t index = engine::toInt(expand(index_));
+  engine::log(L"assignToken value '%s', index %d, regexp %s to the variable %s", value.c_str(), index,
+              pattern_.c_str(), var_.c_str());
+  variables().set(var_, L"");
+  const auto groups = regex_->match(value);
+  if (!groups || index < 0 || static_cast<size_t>(index) >= groups->size()) {
+    engine::log(L"token not found");
+    return;
+  }
+  const std::wstring& token = (*groups)[static_cast<size_t>(index)];
+  engine::log(L"found token %s", token.c_str());
+  variables().set(var_, token);
+}
+
+}  // namespace api::base

@@ -1,0 +1,7 @@
+#include "functions/base/functions.h"
+
+namespace api::base {
+
+bool FunctionGoTo::readAttributes() { return readText(L"target", target_); }
+
+}  // namespace api::base

@@ -1,0 +1,15 @@
+#include <windows.h>
+
+#include "engine/log.h"
+#include "functions/base/functions.h"
+
+namespace api::base {
+
+bool FunctionSleep::readAttributes() { return readInt(L"milisec", milliseconds_); }
+
+void FunctionSleep::execute() {
+  engine::log(L"Sleep function called with exitcode %d", milliseconds_);
+  Sleep(static_cast<DWORD>(milliseconds_));
+}
+
+}  // namespace api::base

@@ -1,0 +1,20 @@
+#include "engine/log.h"
+#include "functions/base/functions.h"
+#include "functions/base/string_ops.h"
+
+namespace api::base {
+
+bool readStringSpan(const engine::Attributes& attributes, StringSpan& span);
+
+bool FunctionStringDelete::readAttributes() {
+  return readText(L"var", var_, engine::Need::NonEmpty) && readStringSpan(attributes(), span_);
+}
+
+void FunctionStringDelete::execute() {
+  engine::log(L"StringDelete variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex,
+              span_.maxCount, span_.toAnyChar.c_str());
+  std::wstring text = variables().get(var_);
+  if (deleteSpan(text, span_.fromIndex, span_.maxCount, span_.toAnyChar)) variables().set(var_, std::move(text));
+}
+
+}  // namespace api::base

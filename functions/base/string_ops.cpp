@@ -1,0 +1,44 @@
+#include "functions/base/string_ops.h"
+
+#include <algorithm>
+
+namespace api::base {
+namespace {
+
+size_t spanLength(const std::wstring& text, uint32_t from, uint32_t maxCount, std::wstring_view stopChars) {
+  const size_t length = std::min<size_t>(maxCount, text.size() - from);
+  const size_t stop = std::wstring_view(text).substr(from, length).find_first_of(stopChars);
+  return stop == std::wstring_view::npos ? length : stop;
+}
+
+}  // namespace
+
+std::wstring spanOf(const std::wstring& text, uint32_t from, uint32_t maxCount, std::wstring_view stopChars) {
+  if (from >= text.size()) return {};
+  return text.substr(from, spanLength(text, from, maxCount, stopChars));
+}
+
+bool deleteSpan(std::wstring& text, uint32_t from, uint32_t maxCount, std::wstring_view stopChars) {
+  if (from >= text.size()) return false;
+  text.erase(from, spanLength(text, from, maxCount, stopChars));
+  return true;
+}
+
+std::wstring trimChars(const std::wstring& text, std::wstring_view chars) {
+  const size_t last = text.find_last_not_of(chars);
+  if (last == std::wstring::npos) return {};
+  const size_t first = text.find_first_not_of(chars);
+  return text.substr(first, last - first + 1);
+}
+
+int compareIgnoreAsciiCase(std::wstring_view a, std::wstring_view b) {
+  const auto fold = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + 32 : c; };
+  const size_t n = std::min(a.size(), b.size());
+  for (size_t i = 0; i < n; ++i) {
+    const int d = static_cast<int>(fold(a[i])) - static_cast<int>(fold(b[i]));
+    if (d != 0) return d;
+  }
+  return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+}
+
+}  // namespace api::base

@@ -1,0 +1,11 @@
+#pragma once
+#include "engine/registry.h"
+
+namespace api {
+
+// The registry with every family's tags, registered family by family.
+engine::FunctionRegistry makeFunctionRegistry();
+
+namespace base { void registerFunctions(engine::FunctionRegistry& registry); }
+
+}  // namespace api

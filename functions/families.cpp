@@ -5,6 +5,9 @@ namespace api {
 engine::FunctionRegistry makeFunctionRegistry() {
   engine::FunctionRegistry registry;
   base::registerFunctions(registry);
+  files::registerFunctions(registry);
+  json::registerFunctions(registry);
+  xml::registerFunctions(registry);
   return registry;
 }
 

@@ -7,5 +7,8 @@ namespace api {
 engine::FunctionRegistry makeFunctionRegistry();
 
 namespace base { void registerFunctions(engine::FunctionRegistry& registry); }
+namespace files { void registerFunctions(engine::FunctionRegistry& registry); }
+namespace json { void registerFunctions(engine::FunctionRegistry& registry); }
+namespace xml { void registerFunctions(engine::FunctionRegistry& registry); }
 
 }  // namespace api

@@ -1,0 +1,7 @@
+#include "functions/families.h"
+
+namespace api::json {
+
+void registerFunctions(engine::FunctionRegistry& /*registry*/) {}
+
+}  // namespace api::json

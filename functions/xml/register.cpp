@@ -1,0 +1,7 @@
+#include "functions/families.h"
+
+namespace api::xml {
+
+void registerFunctions(engine::FunctionRegistry& /*registry*/) {}
+
+}  // namespace api::xml

@@ -1,0 +1,2 @@
+#include "xpath/xpath.h"
+#include <gtest/gtest.h>

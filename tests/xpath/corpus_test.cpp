@@ -12,10 +12,19 @@
 
 namespace {
 
-struct Mismatch {
-  std::string line;
-  std::string got;
-};
+// The oracle writes a backslash, tab or newline in a result as \\, \t, \n.
+std::string unescape(const std::string& s) {
+  std::string out;
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    if (s[i] != '\\' || i + 1 == s.size()) {
+      out += s[i];
+      continue;
+    }
+    char c = s[++i];
+    out += c == 't' ? '\t' : c == 'n' ? '\n' : c == 'r' ? '\r' : c;
+  }
+  return out;
+}
 
 void replay(const std::string& name) {
   const std::string dir = XPATH_CORPUS_DIR;
@@ -38,6 +47,7 @@ void replay(const std::string& name) {
     std::getline(fields, expression, '\t');
     std::getline(fields, expected, '\t');
     std::optional<std::string> got = xpath::evaluateString(expression, *doc.RootElement());
+    expected = unescape(expected);
     std::string shown = got ? *got : "ERROR";
     ++checked;
     if (shown == expected) continue;

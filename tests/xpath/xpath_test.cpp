@@ -1,2 +1,215 @@
+// Unit tests for what the differential corpus cannot reach: the TinyXML data
+// model (text runs, invisible nodes), the three node operations, conversions at
+// their edges, and the bounds on hostile expressions.
 #include "xpath/xpath.h"
+
 #include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace {
+
+struct Doc {
+  explicit Doc(const char* xml) {
+    doc.Parse(xml);
+    EXPECT_FALSE(doc.Error()) << doc.ErrorDesc();
+  }
+  std::string eval(const std::string& expr) const {
+    return xpath::evaluateString(expr, *doc.RootElement()).value_or("<failed>");
+  }
+  TiXmlDocument doc;
+};
+
+TEST(XPathNumbers, StringFormIsShortestWithoutExponent) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const struct { double in; const char* out; } cases[] = {
+      {0.0, "0"}, {-0.0, "0"}, {1.0, "1"}, {-2.5, "-2.5"}, {0.1 + 0.2, "0.30000000000000004"},
+      {1e21, "1000000000000000000000"}, {1.5e-7, "0.00000015"}, {123456789012.5, "123456789012.5"},
+      {inf, "Infinity"}, {-inf, "-Infinity"}, {std::nan(""), "NaN"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(xpath::numberToString(c.in), c.out) << c.in;
+  EXPECT_EQ(xpath::numberToString(5e-324), "0." + std::string(323, '0') + "5");
+  EXPECT_EQ(xpath::numberToString(1e100), "1" + std::string(100, '0'));
+}
+
+TEST(XPathNumbers, StringToNumberFollowsTheNumberGrammar) {
+  EXPECT_EQ(xpath::stringToNumber(" \t12.50\n"), 12.5);
+  EXPECT_EQ(xpath::stringToNumber("-.5"), -0.5);
+  EXPECT_EQ(xpath::stringToNumber("7."), 7);
+  EXPECT_TRUE(std::signbit(xpath::stringToNumber("-0")));
+  EXPECT_EQ(xpath::stringToNumber(std::string(400, '9')), std::numeric_limits<double>::infinity());
+  for (const char* bad : {"", "-", ".", "+1", "1e3", "0x10", "1 2", "- 1", "Infinity", "1..2"})
+    EXPECT_TRUE(std::isnan(xpath::stringToNumber(bad))) << bad;
+}
+
+TEST(XPathLexer, OperatorNamesAndStarDependOnThePrecedingToken) {
+  Doc d("<r><div>6</div><mod>4</mod><and>1</and><or/></r>");
+  EXPECT_EQ(d.eval("div div mod"), "1.5");
+  EXPECT_EQ(d.eval("div mod mod"), "2");
+  EXPECT_EQ(d.eval("count(*) * count(*)"), "16");
+  EXPECT_EQ(d.eval("and and and"), "true");
+  EXPECT_EQ(d.eval("count(or | and)"), "2");
+  EXPECT_EQ(d.eval("count(child :: div)"), "1");
+  EXPECT_EQ(d.eval("string(div)+1"), "7");
+  EXPECT_EQ(d.eval("div-1"), "");  // one name "div-1", not a subtraction
+  EXPECT_EQ(d.eval("div -1"), "5");
+}
+
+TEST(XPathDataModel, TextAndCdataSiblingsAreOneTextNode) {
+  Doc d("<r>ab<![CDATA[<c>]]>de<x/>f<![CDATA[]]>g<![CDATA[]]></r>");
+  EXPECT_EQ(d.eval("count(text())"), "2");
+  EXPECT_EQ(d.eval("string(text()[1])"), "ab<c>de");
+  EXPECT_EQ(d.eval("string(text()[2])"), "fg");
+  EXPECT_EQ(d.eval("string-length(x/preceding-sibling::node())"), "7");
+  EXPECT_EQ(d.eval("count(x/following-sibling::node())"), "1");
+  EXPECT_EQ(d.eval("count(node()[last()]/preceding-sibling::node())"), "2");
+
+  const TiXmlNode* first = xpath::firstNode("text()", *d.doc.RootElement());
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first, d.doc.RootElement()->FirstChild());
+  // A context inside a run stands for the whole run.
+  const TiXmlNode* middle = first->NextSibling();
+  EXPECT_EQ(xpath::evaluateString("string(.)", *middle), "ab<c>de");
+  EXPECT_EQ(xpath::evaluateString("count(preceding-sibling::node())", *middle), "0");
+}
+
+TEST(XPathDataModel, DeclarationUnknownAndEmptyCdataAreNoNodes) {
+  Doc d("<?xml version=\"1.0\"?><!DOCTYPE r><r>x<?pi data?>y<![CDATA[]]><!--c--></r>");
+  EXPECT_EQ(d.eval("count(/node())"), "1");
+  EXPECT_EQ(d.eval("name(/node())"), "r");
+  EXPECT_EQ(d.eval("count(node())"), "2");  // "xy" and the comment
+  EXPECT_EQ(d.eval("string(text())"), "xy");
+  EXPECT_EQ(d.eval("count(processing-instruction())"), "0");
+  EXPECT_EQ(d.eval("string(comment())"), "c");
+}
+
+TEST(XPathDataModel, AttributesComeBetweenTheirElementAndItsChildren) {
+  Doc d("<r a='1'><c b='2'/></r>");
+  EXPECT_EQ(d.eval("name((c | @a | .)[2])"), "a");
+  EXPECT_EQ(d.eval("name((c/@b | c | @a)[last()])"), "b");
+  EXPECT_EQ(d.eval("count(@a/following::*)"), "1");
+  EXPECT_EQ(d.eval("count(c/@b/preceding::node())"), "0");
+  EXPECT_EQ(d.eval("count(c/@b/ancestor::node())"), "3");
+}
+
+TEST(XPathDataModel, NodeSetsFromManyContextsStayInDocumentOrder) {
+  Doc d("<r><a><a><b>1</b></a><b>2</b></a><b>3</b></r>");
+  EXPECT_EQ(d.eval("string(//a/b)"), "1");
+  EXPECT_EQ(d.eval("string((//a/b)[2])"), "2");
+  EXPECT_EQ(d.eval("string(//b/..)"), "123");
+  EXPECT_EQ(d.eval("string((//b/..)[2])"), "12");
+  EXPECT_EQ(d.eval("count(//a/descendant::b)"), "2");
+  EXPECT_EQ(d.eval("string((//b/ancestor::*)[2])"), "12");
+  EXPECT_EQ(d.eval("string((//b[1]/preceding::* | //a)[last()])"), "2");
+}
+
+TEST(XPathDataModel, DetachedSubtreeIsItsOwnTree) {
+  TiXmlElement top("top");
+  top.LinkEndChild(new TiXmlElement("x"));
+  EXPECT_EQ(xpath::evaluateString("count(/x)", top), "1");
+  EXPECT_EQ(xpath::evaluateString("name(/*)", top), "x");  // the root is `top` itself
+}
+
+TEST(XPathStrings, CharactersNotBytesAreCounted) {
+  Doc d("<r>\xF0\x9D\x84\x9E" "\xC3\xA9z</r>");  // U+1D11E, é, z
+  EXPECT_EQ(d.eval("string-length()"), "3");
+  EXPECT_EQ(d.eval("substring(., 2, 1)"), "\xC3\xA9");
+  EXPECT_EQ(d.eval("substring(., 1, 1)"), "\xF0\x9D\x84\x9E");
+  EXPECT_EQ(d.eval("translate(., '\xF0\x9D\x84\x9Ez', 'q')"), "q\xC3\xA9");
+}
+
+TEST(XPathOperations, FirstNodeReturnsTreeNodesOrNothing) {
+  Doc d("<r k='v'><a>t</a><!--c--></r>");
+  TiXmlElement& root = *d.doc.RootElement();
+  EXPECT_EQ(xpath::firstNode("a", root), root.FirstChild());
+  EXPECT_EQ(xpath::firstNode("a/text()", root), root.FirstChild()->FirstChild());
+  EXPECT_EQ(xpath::firstNode("comment()", root), root.LastChild());
+  EXPECT_EQ(xpath::firstNode("/", root), &d.doc);
+  EXPECT_EQ(xpath::firstNode("@k", root), nullptr);      // an attribute is no TiXmlNode
+  EXPECT_EQ(xpath::firstNode("missing", root), nullptr);
+  EXPECT_EQ(xpath::firstNode("1 + 1", root), nullptr);
+  EXPECT_EQ(xpath::firstNode("a[", root), nullptr);
+  EXPECT_EQ(xpath::firstNode("$v", root), nullptr);
+
+  TiXmlNode* writable = xpath::firstNode("a", static_cast<TiXmlNode&>(root));
+  ASSERT_NE(writable, nullptr);
+  writable->ToElement()->SetAttribute("n", "1");
+  EXPECT_EQ(d.eval("string(a/@n)"), "1");
+}
+
+TEST(XPathOperations, FirstAttributeIsWritable) {
+  Doc d("<r><a k='1' j='2'/></r>");
+  TiXmlAttribute* a = xpath::firstAttribute("a/@*", *d.doc.RootElement());
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->NameTStr(), "k");
+  a->SetValue("changed");
+  EXPECT_EQ(d.eval("string(a/@k)"), "changed");
+  EXPECT_EQ(xpath::firstAttribute("a", *d.doc.RootElement()), nullptr);
+  EXPECT_EQ(xpath::firstAttribute("'k'", *d.doc.RootElement()), nullptr);
+}
+
+TEST(XPathOperations, EvaluateStringFailsOnlyOnErrors) {
+  Doc d("<r/>");
+  EXPECT_EQ(xpath::evaluateString("missing", *d.doc.RootElement()), "");
+  EXPECT_EQ(xpath::evaluateString("1 div 0", *d.doc.RootElement()), "Infinity");
+  for (const char* bad : {"", "(", "1 +", "foo()", "count(1)", "count()", "$x", "'open", "a::b", "1 | 2", "//["})
+    EXPECT_EQ(xpath::evaluateString(bad, *d.doc.RootElement()), std::nullopt) << bad;
+}
+
+TEST(XPathOperations, CompiledExpressionIsReusedAcrossContexts) {
+  Doc d("<r><a>1</a><a>2</a></r>");
+  auto e = xpath::Expression::compile("number(.) * 10");
+  ASSERT_TRUE(e);
+  const TiXmlNode* second = d.doc.RootElement()->LastChild();
+  EXPECT_EQ(e->evaluate(*second)->toString(), "20");
+  EXPECT_EQ(e->evaluate(*d.doc.RootElement())->toNumber(), 120);
+  std::string error;
+  EXPECT_FALSE(xpath::Expression::compile("a[", &error));
+  EXPECT_FALSE(error.empty());
+}
+
+std::string repeat(const std::string& s, int n) {
+  std::string out;
+  for (int i = 0; i < n; ++i) out += s;
+  return out;
+}
+
+TEST(XPathBounds, DeepNestingFailsInsteadOfOverflowing) {
+  Doc d("<r><r/></r>");
+  const int ok = xpath::kMaxNesting - 1, deep = 100000;
+  EXPECT_EQ(d.eval(repeat("(", ok) + "1" + repeat(")", ok)), "1");
+  EXPECT_EQ(d.eval(repeat("(", deep) + "1" + repeat(")", deep)), "<failed>");
+  EXPECT_EQ(d.eval(repeat("r[", deep) + "1" + repeat("]", deep)), "<failed>");
+  EXPECT_EQ(d.eval(repeat("f(", deep)), "<failed>");
+  EXPECT_EQ(d.eval(repeat("-", deep) + "1"), "<failed>");
+  EXPECT_EQ(d.eval("1" + repeat("+1", deep)), "<failed>");
+  EXPECT_EQ(d.eval("r" + repeat("|r", deep)), "<failed>");
+  EXPECT_EQ(d.eval("count(r" + repeat("/r", deep) + ")"), "0");  // long but flat is fine
+}
+
+TEST(XPathBounds, DeepDocumentsAndWorkLimits) {
+  TiXmlDocument doc;
+  TiXmlNode* n = doc.LinkEndChild(new TiXmlElement("e"));
+  for (int i = 0; i < 5000; ++i) n = n->LinkEndChild(new TiXmlElement("e"));
+  n->LinkEndChild(new TiXmlText("leaf"));
+  const TiXmlElement& root = *doc.RootElement();
+  EXPECT_EQ(xpath::evaluateString("count(//e)", root), "5001");
+  EXPECT_EQ(xpath::evaluateString("string(/)", root), "leaf");
+  EXPECT_EQ(xpath::evaluateString("count(//text()/ancestor::*)", root), "5001");
+  EXPECT_EQ(xpath::evaluateString("count(//e[last()]/preceding::node())", root), "0");
+
+  auto quadratic = xpath::Expression::compile("count(//e/descendant::e)");
+  ASSERT_TRUE(quadratic);
+  xpath::Limits small;
+  small.maxNodeVisits = 100000;
+  EXPECT_FALSE(quadratic->evaluate(root, small));
+  small.maxNodeVisits = std::size_t{1} << 30;
+  small.maxNodeSetSize = 1000;
+  EXPECT_FALSE(xpath::Expression::compile("//e")->evaluate(root, small));
+
+}
+
+}  // namespace

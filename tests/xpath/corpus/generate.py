@@ -100,7 +100,7 @@ def config():
               "count(//section[3]/n[position() > 2 and position() < 6])", "count(//n[position() mod 2 = 0])"]:
         out.append(e)
 
-    out.append("[string functions]")
+    out.append("[strings]")
     strings = ["''", "'abc'", "'  a  b  c  '", "'Hello World'", "//name[1]", "//unicode", "//n",
                "//none", "12.5", "true()", "1 div 0", "'é𝄞x'"]
     for s in strings:

@@ -16,7 +16,34 @@ OVERRIDES = {
     "count(//n[. > 0])": ("5", "'1e3' is NaN"),
     # '/' '/' is not a location path.
     "/ /": ("ERROR", "two separate slashes are not a path"),
+    # Both engines count 1e3 as a number here; the recommendation makes it NaN.
+    "count(//n[number(.) != number(.)])": ("2", "'abc' and '1e3' are NaN"),
 }
+
+# An attribute's following nodes start with its element's children, which come
+# after the attribute in document order and are not its descendants. libxml2
+# starts after the element's subtree, xpath.js finds nothing. Checked by hand.
+ATTRIBUTE_FOLLOWING = {
+    "count(//a[1]/@x/following::*)": "13",
+    "count(//a[1]/@x/following::node())": "23",
+    "count(//a[1]/@x/following::text())": "9",
+    "count(//a[1]/@x/following::c)": "6",
+    "count(//a[1]/@x/following::comment())": "1",
+    "count(//@x/following::c)": "6",
+    "concat(name(//a[1]/@x/following::*[1]),'|',//a[1]/@x/following::*[1]/@id,'|',string(//a[1]/@x/following::*[1]))": "b|b1|t1t2deep",
+    "concat(name(//a[1]/@x/following::*[2]),'|',//a[1]/@x/following::*[2]/@id,'|',string(//a[1]/@x/following::*[2]))": "c|c1|",
+    "concat(name((//a[1]/@x/following::*)[1]),'|',(//a[1]/@x/following::*)[1]/@id,'|',string((//a[1]/@x/following::*)[1]))": "b|b1|t1t2deep",
+    "concat(name(//a[1]/@x/following::node()[1]),'|',//a[1]/@x/following::node()[1]/@id,'|',string(//a[1]/@x/following::node()[1]))": "b|b1|t1t2deep",
+    "concat(name(//a[1]/@x/following::node()[2]),'|',//a[1]/@x/following::node()[2]/@id,'|',string(//a[1]/@x/following::node()[2]))": "||t1",
+    "concat(name((//a[1]/@x/following::node())[1]),'|',(//a[1]/@x/following::node())[1]/@id,'|',string((//a[1]/@x/following::node())[1]))": "b|b1|t1t2deep",
+}
+
+
+def namespace_free(expr):
+    # TinyXML keeps no namespace nodes, not even the implicit xml one.
+    if expr.startswith("count("):
+        return "0"
+    return "||" if expr.startswith("concat(") else ""
 
 
 def side(note, who):
@@ -31,13 +58,18 @@ def side(note, who):
 def decide(area, expr, note):
     if expr in OVERRIDES:
         return OVERRIDES[expr]
-    if note.startswith("result is not printable ASCII: "):
-        return ast.literal_eval(note[len("result is not printable ASCII: "):]), "agree (non-ASCII)"
+    if expr in ("number('1.')", "string(number('1.'))"):
+        return "1", "'1.' is a Number: Digits '.' with no fraction digits"
+    # A boolean against a node-set compares with boolean(node-set) (libxml2 right).
+    bool_vs_set = "true()" in expr or "false()" in expr
+    if area == "numbers" or (area == "comparisons" and "//n" in expr and not bool_vs_set):
+        # libxml2 writes exponents, rounds to 15 digits, and reads '1e3' as a number.
+        return side(note, "xpath.js"), "xpath.js (" + note + ")"
     if "namespace::" in expr:
-        # TinyXML keeps no namespace nodes, not even the implicit xml one.
-        return side(note, "xpath.js"), "no namespace nodes"
-    if re.search(r"number\(('1e3'|//n)|sum\(//n\)|//n [<>=!]|[<>=!]=? //n", expr) and "1e3" not in note:
-        pass
+        return namespace_free(expr), "no namespace nodes"
+    if note.startswith("result is not printable ASCII: "):
+        value = ast.literal_eval(note[len("result is not printable ASCII: "):])
+        return value.replace("\\", "\\\\"), "agree (non-ASCII)"
     value = side(note, "libxml2")
     return value, "libxml2 (" + note.replace("\t", " ") + ")"
 
@@ -47,11 +79,19 @@ def main():
     next_id = 100000
     for line in open(sys.argv[1], encoding="utf-8"):
         f = line.rstrip("\n").split("\t")
+        if f[0] != "disagree" and "namespace::" in f[2]:
+            f[3:] = [namespace_free(f[2]), "decided: no namespace nodes"]
+        if f[0] != "disagree" and f[2] in ATTRIBUTE_FOLLOWING:
+            f[3:] = [ATTRIBUTE_FOLLOWING[f[2]], "decided: following of an attribute"]
+        if f[0] != "disagree" and f[2] in OVERRIDES:
+            f[3:] = list(OVERRIDES[f[2]])
         if f[0] != "disagree":
             out.append("\t".join(f[:4] + [f[4] if len(f) > 4 else ""]))
             continue
         area, expr, note = f[1], f[2], f[3]
         value, why = decide(area, expr, note)
+        if expr in ATTRIBUTE_FOLLOWING:
+            value, why = ATTRIBUTE_FOLLOWING[expr], "following of an attribute"
         if value is None:
             sys.exit("undecided: " + line)
         next_id += 1

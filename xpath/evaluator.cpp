@@ -330,6 +330,12 @@ NodeSet Evaluator::unite(NodeSet a, NodeSet b) {
 
 void Evaluator::sortAndDedupe(NodeSet& nodes) {
   if (nodes.size() < 2) return;
+  if (nodes.size() <= 32) {
+    // A few nodes: walking the tree is cheaper than numbering all of it.
+    std::sort(nodes.begin(), nodes.end(), [](const Node& x, const Node& y) { return compareOrder(x, y) < 0; });
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+    return;
+  }
   std::vector<std::pair<std::uint32_t, Node>> keyed;
   keyed.reserve(nodes.size());
   for (const Node& n : nodes) keyed.emplace_back(order_.of(n), n);

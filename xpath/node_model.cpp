@@ -1,5 +1,8 @@
 #include "node_model.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace xpath::detail {
 
 Node fromTiXml(const TiXmlNode& n) {
@@ -78,6 +81,46 @@ bool isAncestor(const TiXmlNode* a, const Node& b) {
   for (const TiXmlNode* p = parentOf(b); p; p = p->Parent())
     if (p == a) return true;
   return false;
+}
+
+namespace {
+
+// Ancestors of `n` from the root down to `n` itself (its element for an attribute).
+void chainOf(const Node& n, std::vector<const TiXmlNode*>& out) {
+  out.clear();
+  for (const TiXmlNode* p = n.node; p; p = p->Parent()) out.push_back(p);
+  std::reverse(out.begin(), out.end());
+}
+
+// Which of two different siblings comes first.
+int siblingOrder(const TiXmlNode* a, const TiXmlNode* b) {
+  for (const TiXmlNode* s = a->NextSibling(); s; s = s->NextSibling())
+    if (s == b) return -1;
+  return 1;
+}
+
+int attributeOrder(const TiXmlAttribute* a, const TiXmlAttribute* b) {
+  for (const TiXmlAttribute* s = a->Next(); s; s = s->Next())
+    if (s == b) return -1;
+  return 1;
+}
+
+}  // namespace
+
+int compareOrder(const Node& a, const Node& b) {
+  if (a == b) return 0;
+  if (a.node == b.node)  // the element itself, then its attributes in order
+    return !a.attribute ? -1 : !b.attribute ? 1 : attributeOrder(a.attribute, b.attribute);
+  std::vector<const TiXmlNode*> ca, cb;
+  chainOf(a, ca);
+  chainOf(b, cb);
+  std::size_t i = 0;
+  while (i < ca.size() && i < cb.size() && ca[i] == cb[i]) ++i;
+  // One holds the other: the ancestor (and its attributes) comes first.
+  if (i == ca.size()) return -1;
+  if (i == cb.size()) return 1;
+  if (i == 0) return ca[0] < cb[0] ? -1 : 1;  // different trees: any fixed order
+  return siblingOrder(ca[i], cb[i]);
 }
 
 std::uint32_t DocumentOrder::of(const Node& n) {

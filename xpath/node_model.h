@@ -119,6 +119,10 @@ std::string_view nameOf(const Node& n);
 // Is `a` a proper ancestor of `b`?
 bool isAncestor(const TiXmlNode* a, const Node& b);
 
+// Document order of two nodes of one tree by walking it: -1, 0 or 1. Costs the
+// depth plus the distance between siblings, so it suits a few comparisons.
+int compareOrder(const Node& a, const Node& b);
+
 // Document-order positions of every node in one tree, built on first use.
 class DocumentOrder {
 public:

@@ -1,0 +1,18 @@
+#include "engine/log.h"
+#include "functions/files/file_delete.h"
+#include "functions/files/functions.h"
+
+namespace api::files {
+
+void FunctionDirDeleteRecursive::execute() {
+  clearResult();
+  const std::wstring path = expand(path_);
+  engine::log(L"dirDeleteRec from '%s'. SkipErrors: %d, afterReboot: %d", path.c_str(), ignoreErrors_,
+              afterRebootIfFails_);
+  uint32_t firstError = 0;
+  deleteTree(path, DeleteOptions{ignoreErrors_, renameIfFails_, afterRebootIfFails_}, firstError);
+  if (firstError) fail(firstError);
+  logEnd();
+}
+
+}  // namespace api::files

@@ -1,0 +1,23 @@
+#pragma once
+// The recursive directory copy behind dirCopyRec.
+#include <cstdint>
+#include <string>
+
+#include "functions/files/path_filter.h"
+
+namespace api::files {
+
+struct CopyOptions {
+  bool failIfExists = true;
+  bool ignoreErrors = false;
+  bool diffLWTOnly = false;
+  const PathFilter* filter = nullptr;
+};
+
+// Copies the files below `source` that the filter accepts into the same
+// places below `dest`, creating directories as files need them. Returns false
+// when anything failed; `firstError` keeps the first Windows error code.
+bool copyDirectory(const std::wstring& source, const std::wstring& dest, const CopyOptions& options,
+                   uint32_t& firstError);
+
+}  // namespace api::files

@@ -1,0 +1,61 @@
+#include <windows.h>
+
+#include <vector>
+
+#include "engine/log.h"
+#include "functions/files/delimited_list.h"
+#include "functions/files/functions.h"
+#include "platform/file_system.h"
+
+namespace api::files {
+namespace {
+
+struct Search {
+  const std::wstring& pattern;
+  int32_t maxDepth;
+  bool directories;
+  std::vector<std::wstring>& found;
+};
+
+// A directory's own matches first, then its child directories depth-first.
+// Returns the error of a listing that could not start, 0 otherwise.
+DWORD searchDirectory(const Search& search, const std::wstring& directory, int32_t level) {
+  if (level > search.maxDepth) return 0;
+  platform::DirectoryListing matches(platform::joinPath(directory, search.pattern));
+  const DWORD error = matches.valid() ? 0 : matches.error();
+  for (; matches.valid(); matches.next()) {
+    if (matches.isDirectory() != search.directories || matches.isDots()) continue;
+    search.found.push_back(platform::joinPath(directory, matches.name()));
+  }
+  if (level == search.maxDepth) return error;
+  for (platform::DirectoryListing children(platform::joinPath(directory, L"*")); children.valid(); children.next()) {
+    if (children.isDirectory() && !children.isDots())
+      searchDirectory(search, platform::joinPath(directory, children.name()), level + 1);
+  }
+  return error;
+}
+
+}  // namespace
+
+bool FunctionFileFind::readAttributes() {
+  using engine::Need;
+  return readText(directories_ ? L"rootDir" : L"dir", root_, Need::NonEmpty) &&
+         readText(L"pattern", pattern_, Need::NonEmpty) && readText(L"var", var_, Need::NonEmpty) &&
+         readText(L"delim", delim_, Need::NonEmpty) && readInt(L"depth", depth_, Need::Optional);
+}
+
+// The variable is always written, empty when nothing matched. Only a root
+// that cannot be listed for another reason than "no match" is an error.
+void FunctionFileFind::execute() {
+  clearResult();
+  const std::wstring root = expand(root_), pattern = expand(pattern_);
+  const wchar_t* tag = name().c_str();
+  engine::log(L"%s from '%s\\%s' (depth %d)", tag, root.c_str(), pattern.c_str(), depth_);
+  std::vector<std::wstring> found;
+  const DWORD error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);
+  variables().set(var_, joinDelimited(found, delim_));
+  if (error != 0 && error != ERROR_FILE_NOT_FOUND && error != ERROR_NO_MORE_FILES) fail(error);
+  logEnd(tag);
+}
+
+}  // namespace api::files

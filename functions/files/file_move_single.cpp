@@ -1,0 +1,40 @@
+#include <windows.h>
+#include <shlwapi.h>
+
+#include "engine/log.h"
+#include "functions/files/functions.h"
+
+namespace api::files {
+
+bool FunctionFileMoveSingle::readAttributes() {
+  return CopyFunction::readAttributes() && readFlag(L"afterReboot", afterReboot_);
+}
+
+// fileMove and dirMove: files and directories are told apart by the source
+// itself, not by the tag.
+void FunctionFileMoveSingle::execute() {
+  clearResult();
+  const std::wstring src = expand(src_), dest = expand(dest_);
+  const wchar_t* tag = name().c_str();
+  engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(),
+              failIfExists_, afterReboot_);
+  if (!PathFileExistsW(src.c_str())) {
+    fail(ERROR_NOT_FOUND);
+  } else {
+    const bool directory = PathIsDirectoryW(src.c_str());
+    const bool sameRoot = PathIsSameRootW(src.c_str(), dest.c_str());
+    if (directory && !sameRoot) {
+      fail(ERROR_NOT_SAME_DEVICE);
+    } else {
+      DWORD flags = afterReboot_ ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
+      if (!directory && !afterReboot_ && !sameRoot) flags |= MOVEFILE_COPY_ALLOWED;
+      if (!directory && !failIfExists_) flags |= MOVEFILE_REPLACE_EXISTING;
+      if (!MoveFileExW(src.c_str(), dest.c_str(), flags)) {
+        if (const DWORD error = GetLastError()) fail(error);
+      }
+    }
+  }
+  logEnd(tag);
+}
+
+}  // namespace api::files

@@ -1,0 +1,26 @@
+#include "engine/log.h"
+#include "functions/files/functions.h"
+#include "functions/files/text_file.h"
+
+namespace api::files {
+
+bool FunctionFileOpenOrCreate::readAttributes() {
+  return readText(L"path", path_, engine::Need::NonEmpty) && readText(L"handle", handle_, engine::Need::NonEmpty) &&
+         readFlag(L"append", append_);
+}
+
+// A handle name already in use is closed and takes the new file.
+void FunctionFileOpenOrCreate::execute() {
+  const std::wstring path = expand(path_);
+  engine::log(L"fileOpen %s with handle %s", path.c_str(), handle_.c_str());
+  std::unique_ptr<TextFile> file = TextFile::open(path, append_);
+  const bool opened = file != nullptr;
+  if (opened) {
+    handles().store(handle_, std::move(file), TextFile::kind);
+  } else {
+    engine::log(L"fileOpen failed opening file %s", path.c_str());
+  }
+  end(L"fileOpen", opened);
+}
+
+}  // namespace api::files

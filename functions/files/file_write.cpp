@@ -1,0 +1,24 @@
+#include "engine/log.h"
+#include "functions/files/functions.h"
+#include "functions/files/text_file.h"
+
+namespace api::files {
+
+bool FunctionFileWrite::readAttributes() {
+  return readText(L"handle", handle_, engine::Need::NonEmpty) && readText(L"string", string_, engine::Need::NonEmpty);
+}
+
+void FunctionFileWrite::execute() {
+  const std::wstring text = expand(string_);
+  engine::log(L"fileWrite %s for handle %s", text.c_str(), handle_.c_str());
+  bool written = false;
+  if (TextFile* file = handles().findAs<TextFile>(handle_)) {
+    written = file->write(text);
+    if (!written) engine::log(L"fileWrite %s failed for handle %s", text.c_str(), handle_.c_str());
+  } else {
+    engine::log(L"fileWrite handle %s does not refer to an opened writable file", handle_.c_str());
+  }
+  end(L"fileWrite", written);
+}
+
+}  // namespace api::files

@@ -1,0 +1,18 @@
+#include "functions/files/path_filter.h"
+
+namespace api::files {
+
+bool PathFilter::compile(const std::wstring& include, const std::wstring& exclude) {
+  include_.reset();
+  exclude_.reset();
+  if (!include.empty() && !(include_ = engine::Regex::compile(include))) return false;
+  if (!exclude.empty() && !(exclude_ = engine::Regex::compile(exclude))) return false;
+  return true;
+}
+
+bool PathFilter::accepts(const std::wstring& path) const {
+  if (exclude_ && exclude_->matches(path)) return false;
+  return !include_ || include_->matches(path);
+}
+
+}  // namespace api::files

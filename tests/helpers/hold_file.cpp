@@ -1,0 +1,27 @@
+// Holds a file open (or just runs, so that its own exe is in use) until the
+// file "held.stop" appears in the current directory, or for 60 seconds.
+//   hold_file.exe [<file> [none|rw|delete]]
+// Creates "held.ready" once the file is open.
+#include <windows.h>
+
+#include <cwchar>
+
+int wmain(int argc, wchar_t** argv) {
+  HANDLE held = INVALID_HANDLE_VALUE;
+  if (argc > 1) {
+    DWORD share = 0;
+    if (argc > 2 && std::wcscmp(argv[2], L"rw") == 0) share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+    if (argc > 2 && std::wcscmp(argv[2], L"delete") == 0) share = FILE_SHARE_DELETE;
+    held = CreateFileW(argv[1], GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
+    if (held == INVALID_HANDLE_VALUE) return static_cast<int>(GetLastError());
+  }
+  HANDLE ready = CreateFileW(L"held.ready", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (ready != INVALID_HANDLE_VALUE) CloseHandle(ready);
+  for (int waited = 0; waited < 60000; waited += 50) {
+    if (GetFileAttributesW(L"held.stop") != INVALID_FILE_ATTRIBUTES) break;
+    Sleep(50);
+  }
+  if (held != INVALID_HANDLE_VALUE) CloseHandle(held);
+  return 0;
+}

@@ -1,0 +1,81 @@
+#pragma once
+// The xml family: documents under handle names, addressed by XPath.
+// Each class's code is in the file named after its tag. Every function but
+// xmlClose starts each run with a clean result, so loops can run them again.
+#include <string>
+
+#include "engine/function.h"
+
+namespace api::xml {
+
+using engine::FunctionBase;
+using engine::FunctionRetError;
+
+class FunctionXmlOpen : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring path_, handle_;
+};
+
+// Writes no end line and keeps no result.
+class FunctionXmlClose : public FunctionBase {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring handle_;
+};
+
+class FunctionXmlSave : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring path_, handle_;
+};
+
+class FunctionXmlAddChild : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring xpath_, handle_, data_, insertBefore_, insertAfter_, cdata_;
+};
+
+// Ends with xmlAddChild's end line.
+class FunctionXmlRemoveChild : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring handle_, xpath_;
+};
+
+class FunctionXmlSetValue : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring handle_, xpath_, value_;
+};
+
+class FunctionXmlGetValue : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring xpath_, handle_, var_;
+};
+
+// Ends with xmlGetValue's end line.
+class FunctionXmlGetElement : public FunctionRetError {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+ private:
+  std::wstring handle_, xpath_, destHandle_;
+};
+
+}  // namespace api::xml

@@ -1,0 +1,69 @@
+#include <windows.h>
+
+#include "engine/log.h"
+#include "functions/xml/context.h"
+#include "functions/xml/functions.h"
+#include "platform/text.h"
+
+namespace api::xml {
+namespace {
+
+using engine::Need;
+
+// The first node of `xpath` when it is a child of `parent`; an empty or
+// unmatched expression finds nothing.
+TiXmlNode* siblingIn(TiXmlElement& parent, TiXmlNode& context, const std::wstring& xpath) {
+  if (xpath.empty()) return nullptr;
+  const std::string expression = platform::toUtf8(xpath);
+  TiXmlNode* node = COVTinyXml::findNode(context, &expression);
+  return node && node->Parent() == &parent ? node : nullptr;
+}
+
+// 0 or the error code.
+uint32_t addChild(engine::HandleTable& handles, const std::wstring& handle, const std::wstring& xpath,
+                  const std::wstring& data, const std::wstring& before, const std::wstring& after,
+                  const std::wstring& cdata) {
+  std::unique_ptr<TiXmlElement> child = COVTinyXml::parseFragment(platform::toUtf8(data));
+  if (!child) return ERROR_INVALID_DATA;
+  if (!cdata.empty()) {
+    const std::string text = platform::toUtf8(cdata);
+    // A CDATA section cannot hold its own end marker.
+    if (text.find("]]>") != std::string::npos) return ERROR_INVALID_DATA;
+    auto section = std::make_unique<TiXmlText>(text);
+    section->SetCDATA(true);
+    child->LinkEndChild(section.release());
+  }
+  Context context;
+  if (const uint32_t error = findContext(handles, handle, context)) return error;
+  const std::string parentPath = platform::toUtf8(xpath);
+  TiXmlNode* found = COVTinyXml::findNode(*context.element, &parentPath);
+  TiXmlElement* parent = found ? found->ToElement() : nullptr;
+  if (!parent) return ERROR_PATH_NOT_FOUND;
+  if (TiXmlNode* next = siblingIn(*parent, *context.element, before))
+    parent->InsertBeforeChild(next, *child);
+  else if (TiXmlNode* previous = siblingIn(*parent, *context.element, after))
+    parent->InsertAfterChild(previous, *child);
+  else
+    parent->LinkEndChild(child.release());
+  return 0;
+}
+
+}  // namespace
+
+bool FunctionXmlAddChild::readAttributes() {
+  return readText(L"xpath", xpath_, Need::NonEmpty) && readText(L"handle", handle_, Need::NonEmpty) &&
+         readText(L"data", data_, Need::NonEmpty) && readText(L"insert_before", insertBefore_, Need::Optional) &&
+         readText(L"insert_after", insertAfter_, Need::Optional) && readText(L"cdata", cdata_, Need::Optional);
+}
+
+void FunctionXmlAddChild::execute() {
+  clearResult();
+  const std::wstring xpath = expand(xpath_), data = expand(data_);
+  engine::log(L"xmlAddChild in '%s' at '%s'. xml: '%s'", handle_.c_str(), xpath.c_str(), data.c_str());
+  if (const uint32_t error =
+          addChild(handles(), handle_, xpath, data, expand(insertBefore_), expand(insertAfter_), expand(cdata_)))
+    fail(error);
+  logEnd();
+}
+
+}  // namespace api::xml

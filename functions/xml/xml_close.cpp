@@ -1,0 +1,15 @@
+#include "engine/log.h"
+#include "functions/xml/functions.h"
+
+namespace api::xml {
+
+bool FunctionXmlClose::readAttributes() { return readText(L"handle", handle_); }
+
+// Any entry of that name goes: a document is destroyed, an element handle
+// frees nothing, an unknown name is no error.
+void FunctionXmlClose::execute() {
+  engine::log(L"xmlClose for handle: %s", handle_.c_str());
+  handles().close(handle_);
+}
+
+}  // namespace api::xml

@@ -1,0 +1,27 @@
+#include <windows.h>
+
+#include "engine/log.h"
+#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/functions.h"
+#include "platform/error_text.h"
+
+namespace api::xml {
+
+bool FunctionXmlSave::readAttributes() {
+  return readText(L"path", path_, engine::Need::Optional) && readText(L"handle", handle_, engine::Need::NonEmpty);
+}
+
+// An empty path saves to the file the document was opened from.
+void FunctionXmlSave::execute() {
+  clearResult();
+  const std::wstring path = expand(path_);
+  engine::log(L"xmlSave in '%s'.handle: %s", path.c_str(), handle_.c_str());
+  COVTinyXml* document = handles().findAs<COVTinyXml>(handle_);
+  if (!document)
+    fail(ERROR_INVALID_HANDLE);
+  else if (!document->save(path.empty() ? nullptr : path.c_str()))
+    fail(platform::lastErrorOr(ERROR_WRITE_FAULT));
+  logEnd();
+}
+
+}  // namespace api::xml

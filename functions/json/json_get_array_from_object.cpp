@@ -1,0 +1,27 @@
+#include "functions/json/functions.h"
+
+namespace api::json {
+
+bool FunctionJsonGetArrayFromObject::readAttributes() {
+  return readText(L"objectHandle", objectHandle_) && readText(L"arrayHandle", arrayHandle_) &&
+         readText(L"xpath", xpath_);
+}
+
+void FunctionJsonGetArrayFromObject::execute() {
+  const std::wstring xpath = expand(xpath_);
+  engine::log(L"jsonGetArrayFromObject %s from object handle %s and path %s", arrayHandle_.c_str(),
+              objectHandle_.c_str(), xpath.c_str());
+  std::optional<helpers::JsonLocation> location = findObject(objectHandle_);
+  if (!location) {
+    engine::log(L"jsonGetArrayFromObject handle %s does not refer to a JSON object.", objectHandle_.c_str());
+    return end(false);
+  }
+  if (!walkPath(*location, xpath) || !location->value->is<picojson::array>()) {
+    engine::log(L"jsonGetArrayFromObject the specified value is not an array");
+    return end(false);
+  }
+  helpers::storeNode(handles(), arrayHandle_, *location);
+  end(true);
+}
+
+}  // namespace api::json

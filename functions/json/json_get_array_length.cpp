@@ -1,0 +1,20 @@
+#include "functions/json/functions.h"
+
+namespace api::json {
+
+bool FunctionJsonGetArrayLength::readAttributes() {
+  return readText(L"handle", handle_) && readText(L"var", var_);
+}
+
+void FunctionJsonGetArrayLength::execute() {
+  engine::log(L"jsonGetArrayLength for array %s into var %s", handle_.c_str(), var_.c_str());
+  const picojson::value* array = helpers::findJsonOf<picojson::array>(handles(), handle_);
+  if (!array) {
+    engine::log(L"jsonGetArrayLength handle %s does not refer to a JSON array", handle_.c_str());
+    return end(false);
+  }
+  variables().set(var_, std::to_wstring(array->get<picojson::array>().size()));
+  end(true);
+}
+
+}  // namespace api::json

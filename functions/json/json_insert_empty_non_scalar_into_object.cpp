@@ -1,0 +1,31 @@
+#include "functions/json/functions.h"
+#include "platform/text.h"
+
+namespace api::json {
+
+bool FunctionJsonInsertEmptyNonScalarIntoObject::readAttributes() {
+  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"name", name_) &&
+         readText(L"type", type_);
+}
+
+// The xpath is only logged: the member always goes into the handle's own object.
+void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
+  const std::wstring xpath = expand(xpath_);
+  engine::log(L"jsonInsertEmptyNonScalarIntoObject %s at path %s and name %s", handle_.c_str(), xpath.c_str(),
+              name_.c_str());
+  picojson::value* object = helpers::findJsonOf<picojson::object>(handles(), handle_);
+  if (!object) {
+    engine::log(L"jsonInsertEmptyNonScalarIntoObject handle %s does not refer to a JSON object",
+                handle_.c_str());
+    return end(false);
+  }
+  std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
+  if (!value) {
+    engine::log(L"jsonInsertEmptyNonScalarIntoObject unrecognized non scalar type");
+    return end(false);
+  }
+  object->get<picojson::object>()[platform::toUtf8(name_)] = std::move(*value);
+  end(true);
+}
+
+}  // namespace api::json

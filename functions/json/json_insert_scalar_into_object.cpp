@@ -1,0 +1,34 @@
+#include "functions/json/functions.h"
+#include "platform/text.h"
+
+namespace api::json {
+
+bool FunctionJsonInsertScalarIntoObject::readAttributes() {
+  if (!readText(L"handle", handle_, engine::Need::NonEmpty) || !readText(L"xpath", xpath_) ||
+      !readText(L"name", name_, engine::Need::NonEmpty))
+    return false;
+  value_.choose(attribute(L"stringValue"), attribute(L"numberValue"), attribute(L"boolValue"));
+  return true;
+}
+
+// Sets the member, replacing any earlier value of that name whatever its type.
+void FunctionJsonInsertScalarIntoObject::execute() {
+  const std::wstring xpath = expand(xpath_), text = expand(value_.text());
+  engine::log(L"jsonInsertScalarIntoObject %s at %s with name %s and value %s", handle_.c_str(),
+              xpath.c_str(), name_.c_str(), text.c_str());
+  std::optional<helpers::JsonLocation> location = findObject(handle_);
+  if (!location) {
+    engine::log(L"jsonInsertScalarIntoObject handle %s does not refer to a JSON object", handle_.c_str());
+    return end(false);
+  }
+  if (!walkPath(*location, xpath) || !location->value->is<picojson::object>()) {
+    engine::log(L"jsonInsertScalarIntoObject the specified xpath does not refer to a JSON object");
+    return end(false);
+  }
+  picojson::value value;
+  if (!convertScalar(value_, text, value)) return end(false);
+  location->value->get<picojson::object>()[platform::toUtf8(name_)] = std::move(value);
+  end(true);
+}
+
+}  // namespace api::json

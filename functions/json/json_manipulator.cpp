@@ -1,0 +1,100 @@
+#include <algorithm>
+
+#include "functions/json/functions.h"
+#include "platform/text.h"
+
+namespace api::json::helpers {
+
+void FunctionJsonManipulator::end(bool result, const wchar_t* tag) {
+  result_ = result;
+  const std::wstring format = std::wstring(tag ? tag : name().c_str()) + L" end with %s";
+  engine::log(format.c_str(), result ? L"True" : L"False");
+}
+
+bool FunctionJsonManipulator::walkPath(JsonLocation& location, const std::wstring& path) {
+  size_t position = 0;
+  while (true) {
+    position = path.find_first_not_of(L'/', position);
+    if (position == std::wstring::npos) return true;
+    const size_t stop = std::min(path.find(L'/', position), path.size());
+    if (!location.value->is<picojson::object>()) return false;
+    std::string key = platform::toUtf8(std::wstring_view(path).substr(position, stop - position));
+    picojson::object& members = location.value->get<picojson::object>();
+    auto it = members.find(key);
+    if (it == members.end()) return false;
+    location.enter(std::move(key), it->second);
+    position = stop;
+  }
+}
+
+std::optional<JsonLocation> FunctionJsonManipulator::findObject(const std::wstring& handle) const {
+  std::optional<JsonLocation> found = findJson(handles(), handle);
+  if (found && !found->value->is<picojson::object>()) found.reset();
+  return found;
+}
+
+std::optional<JsonLocation> FunctionJsonManipulator::elementByIndex(const std::wstring& handle,
+                                                                    const std::wstring& indexText,
+                                                                    int* index) const {
+  std::optional<JsonLocation> found = findJson(handles(), handle);
+  if (!found || !found->value->is<picojson::array>()) {
+    engine::log(L"Handle %s does not refer to a JSON array", handle.c_str());
+    return std::nullopt;
+  }
+  const std::optional<int> parsed = parseIndex(indexText);
+  if (!parsed) {
+    engine::log(L"Could not convert %s to an integer index", indexText.c_str());
+    return std::nullopt;
+  }
+  picojson::array& elements = found->value->get<picojson::array>();
+  if (*parsed < 0 || static_cast<size_t>(*parsed) >= elements.size()) {
+    engine::log(L"Index %s is out of bounds for array %s", indexText.c_str(), handle.c_str());
+    return std::nullopt;
+  }
+  if (index) *index = *parsed;
+  const size_t position = static_cast<size_t>(*parsed);
+  found->enter(position, elements[position]);
+  return found;
+}
+
+picojson::array* FunctionJsonManipulator::arrayForEdit(const std::wstring& handle,
+                                                       const std::wstring& indexText, bool endAllowed,
+                                                       size_t& index) const {
+  picojson::value* array = findJsonOf<picojson::array>(handles(), handle);
+  if (!array) {
+    logTagged(L" handle %s does not refer to a JSON array", handle.c_str());
+    return nullptr;
+  }
+  const std::optional<int> parsed = parseIndex(indexText);
+  if (!parsed) {
+    logTagged(L" could not convert %s to an integer index", indexText.c_str());
+    return nullptr;
+  }
+  picojson::array& elements = array->get<picojson::array>();
+  const size_t limit = endAllowed ? elements.size() + 1 : elements.size();
+  if (*parsed < 0 || static_cast<size_t>(*parsed) >= limit) {
+    logTagged(L" index %s is out of bounds for array %s", indexText.c_str(), handle.c_str());
+    return nullptr;
+  }
+  index = static_cast<size_t>(*parsed);
+  return &elements;
+}
+
+bool FunctionJsonManipulator::convertScalar(const ScalarSource& source, const std::wstring& expanded,
+                                            picojson::value& out) const {
+  switch (source.convert(expanded, out)) {
+    case ScalarSource::Error::None: return true;
+    case ScalarSource::Error::Number: logTagged(L" cannot convert value %s to number", expanded.c_str()); break;
+    case ScalarSource::Error::Boolean: logTagged(L" cannot convert value %s to boolean", expanded.c_str()); break;
+    case ScalarSource::Error::Type: logTagged(L" unrecognized value type"); break;
+  }
+  return false;
+}
+
+std::optional<picojson::value> emptyNonScalar(const std::wstring& type) {
+  if (type == L"object") return picojson::value(picojson::object());
+  if (type == L"array") return picojson::value(picojson::array());
+  return std::nullopt;
+}
+
+}  // namespace api::json::helpers

@@ -1,0 +1,33 @@
+#include "functions/json/functions.h"
+#include "platform/text.h"
+
+namespace api::json {
+
+namespace {
+// Deliberately ends with jsonInsertEmptyNonScalarIntoArray's end line.
+constexpr const wchar_t* kEndTag = L"jsonInsertEmptyNonScalarIntoArray";
+}  // namespace
+
+bool FunctionJsonRemoveFieldFromObject::readAttributes() {
+  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"name", name_);
+}
+
+// Removing a member that is not there still succeeds.
+void FunctionJsonRemoveFieldFromObject::execute() {
+  const std::wstring xpath = expand(xpath_);
+  engine::log(L"jsonRemoveFieldFromObject %s at path %s with name %s", handle_.c_str(), xpath.c_str(),
+              name_.c_str());
+  std::optional<helpers::JsonLocation> location = findObject(handle_);
+  if (!location) {
+    engine::log(L"jsonRemoveFieldFromObject handle %s does not refer to a JSON object", handle_.c_str());
+    return end(false, kEndTag);
+  }
+  if (!walkPath(*location, xpath) || !location->value->is<picojson::object>()) {
+    engine::log(L"jsonRemoveFieldFromObject the specified path does not refer to a JSON object");
+    return end(false, kEndTag);
+  }
+  location->value->get<picojson::object>().erase(platform::toUtf8(name_));
+  end(true, kEndTag);
+}
+
+}  // namespace api::json

@@ -1,0 +1,39 @@
+#include <exception>
+
+#include "functions/json/functions.h"
+#include "functions/json/json_file.h"
+
+namespace api::json {
+
+bool FunctionJsonSave::readAttributes() { return readText(L"path", path_) && readText(L"handle", handle_); }
+
+void FunctionJsonSave::execute() {
+  const std::wstring path = expand(path_);
+  engine::log(L"jsonSave for handle %s to file %s", handle_.c_str(), path.c_str());
+  const std::optional<helpers::JsonLocation> found = helpers::findJson(handles(), handle_);
+  if (!found) {
+    engine::log(L"jsonSave handle %s does not refer to a JSON field.", handle_.c_str());
+    return end(false);
+  }
+  std::string text;
+  try {
+    text = found->value->serialize();
+  } catch (const std::exception& e) {  // out of memory
+    engine::log(L"jsonSave failed serializing JSON: %hs", e.what());
+    return end(false);
+  }
+  if (!helpers::writeTextFile(path, text)) {
+    engine::log(L"jsonSave could not open or create file %s", path.c_str());
+    return end(false);
+  }
+  // The serializer never sets the last error: this reports a parse failure of
+  // an earlier jsonOpen, and the file has been written all the same.
+  const std::string& error = picojson::get_last_error();
+  if (!error.empty()) {
+    engine::log(L"jsonSave failed serializing JSON: %hs", error.c_str());
+    return end(false);
+  }
+  end(true);
+}
+
+}  // namespace api::json

@@ -1,7 +1,7 @@
 // Holds a file open (or just runs, so that its own exe is in use) until the
 // file "held.stop" appears in the current directory, or for 60 seconds.
 //   hold_file.exe [<file> [none|rw|delete]]
-// Creates "held.ready" once the file is open.
+// Creates "held.ready" once the file (or directory) is open and removes it on exit.
 #include <windows.h>
 
 #include <cwchar>
@@ -12,8 +12,8 @@ int wmain(int argc, wchar_t** argv) {
     DWORD share = 0;
     if (argc > 2 && std::wcscmp(argv[2], L"rw") == 0) share = FILE_SHARE_READ | FILE_SHARE_WRITE;
     if (argc > 2 && std::wcscmp(argv[2], L"delete") == 0) share = FILE_SHARE_DELETE;
-    held = CreateFileW(argv[1], GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                       nullptr);
+    held = CreateFileW(argv[1], GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (held == INVALID_HANDLE_VALUE) return static_cast<int>(GetLastError());
   }
   HANDLE ready = CreateFileW(L"held.ready", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -23,5 +23,6 @@ int wmain(int argc, wchar_t** argv) {
     Sleep(50);
   }
   if (held != INVALID_HANDLE_VALUE) CloseHandle(held);
+  DeleteFileW(L"held.ready");
   return 0;
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 #include <io.h>
 #include <memory>
 
@@ -17,12 +18,16 @@ using File = std::unique_ptr<FILE, FileCloser>;
 // bound (DEFAULT_MAX_DEPTHS) is only counted for arrays, so objects nested
 // deeply enough recurse until the stack runs out; here objects count too.
 // And a number beyond double's range ("1e999") made the library throw from
-// value(double); here it is a syntax error like any other bad number.
+// value(double); here it ends the parse as a syntax error right after the
+// number (the library ignores set_number's answer, so the item callbacks,
+// which see the input, report it).
 class BoundedContext {
  public:
   BoundedContext(picojson::value* out, size_t depth) : out_(out), depth_(depth) {}
   BoundedContext(const BoundedContext&) = delete;
   BoundedContext& operator=(const BoundedContext&) = delete;
+
+  bool outOfRange() const { return outOfRange_; }
 
   bool set_null() {
     *out_ = picojson::value();
@@ -33,9 +38,9 @@ class BoundedContext {
     return true;
   }
   bool set_number(double number) {
-    if (!std::isfinite(number)) return false;
-    *out_ = picojson::value(number);
-    return true;
+    outOfRange_ = !std::isfinite(number);
+    if (!outOfRange_) *out_ = picojson::value(number);
+    return !outOfRange_;
   }
   template <typename Iter>
   bool parse_string(picojson::input<Iter>& in) {
@@ -48,7 +53,7 @@ class BoundedContext {
     picojson::array& elements = out_->get<picojson::array>();
     elements.emplace_back();
     BoundedContext child(&elements.back(), depth_);
-    return picojson::_parse(child, in);
+    return picojson::_parse(child, in) && !child.outOfRange();
   }
   bool parse_array_stop(size_t) {
     ++depth_;
@@ -58,7 +63,7 @@ class BoundedContext {
   template <typename Iter>
   bool parse_object_item(picojson::input<Iter>& in, const std::string& key) {
     BoundedContext child(&out_->get<picojson::object>()[key], depth_);
-    return picojson::_parse(child, in);
+    return picojson::_parse(child, in) && !child.outOfRange();
   }
   bool parse_object_stop() {
     ++depth_;
@@ -75,7 +80,24 @@ class BoundedContext {
 
   picojson::value* out_;
   size_t depth_;
+  bool outOfRange_ = false;
 };
+
+bool isAnyOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+
+// The library's message for a document that is one out-of-range number:
+// the line of the number and the rest of that line after it.
+std::string outOfRangeMessage(const std::string& text) {
+  int line = 1;
+  size_t at = 0;
+  for (; at < text.size() && isAnyOf(" \t\r\n", text[at]); ++at)
+    if (text[at] == '\n') ++line;
+  while (at < text.size() && isAnyOf("0123456789+-eE.", text[at])) ++at;
+  std::string message = "syntax error at line " + std::to_string(line) + " near: ";
+  for (; at < text.size() && text[at] != '\n'; ++at)
+    if (static_cast<unsigned char>(text[at]) >= ' ') message.push_back(text[at]);
+  return message;
+}
 
 }  // namespace
 
@@ -103,6 +125,7 @@ void parseDocument(const std::string& text, picojson::value& out) {
   std::string error;
   BoundedContext context(&out, picojson::DEFAULT_MAX_DEPTHS);
   picojson::_parse(context, text.begin(), text.end(), &error);
+  if (error.empty() && context.outOfRange()) error = outOfRangeMessage(text);
   if (!error.empty()) picojson::set_last_error(error);
 }
 

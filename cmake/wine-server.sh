@@ -9,6 +9,8 @@ unset DISPLAY
 case $action in
   start)
     "$here/wine-run.sh" "$prefix" cmd /c exit 0 </dev/null >/dev/null 2>&1 || true
+    # A server left over from an interrupted run would never exit by itself.
+    wineserver -k 2>/dev/null || true
     wineserver -w
     wineserver -p </dev/null >/dev/null 2>&1
     # Boot Wine's own services now, with handles that no test waits on.

@@ -1,12 +1,14 @@
 // Units of the engine worth testing alone: integer conversion, index
 // normalisation, the registry, the cipher and the command line parser.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <cstring>
 #include <string>
 #include <vector>
 
 #include "engine/blowfish.h"
+#include "engine/cipher_text.h"
 #include "engine/integer.h"
 #include "engine/registry.h"
 #include "engine/startup.h"
@@ -141,6 +143,50 @@ TEST(Blowfish, ProgramKeyIgnoresTheLengthArgument) {
   b.encryptBlock(lb, rb);
   EXPECT_EQ(la, lb);
   EXPECT_EQ(ra, rb);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(CipherText, HexRoundTripsAndRefusesNonHex) {
+  const std::wstring hex = engine::encipherToHex("s3cret!");
+  EXPECT_EQ(hex.size(), 16u);
+  const auto plain = engine::decipherHex(hex);
+  ASSERT_TRUE(plain);
+  EXPECT_EQ(plain->substr(0, 7), "s3cret!");
+  EXPECT_EQ(plain->at(7), '\0');  // zero padding
+  EXPECT_TRUE(engine::decipherHex(L"0a1B2c3D4e5F6a7b"));  // either case
+  EXPECT_FALSE(engine::decipherHex(L"zz"));
+  EXPECT_FALSE(engine::decipherHex(L""));
+}
+
+// The companion command's output deciphers to the password it was given.
+TEST(CipherText, CompanionCommandOutputDeciphers) {
+  std::wstring command = L"\"" UPKEEP_PASSWORD_EXE L"\" \"pa ss\"";
+  SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
+  HANDLE readEnd = nullptr, writeEnd = nullptr;
+  ASSERT_TRUE(CreatePipe(&readEnd, &writeEnd, &inherit, 0));
+  SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = writeEnd;
+  PROCESS_INFORMATION process{};
+  ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
+  CloseHandle(writeEnd);
+  std::string output;
+  char buffer[256];
+  DWORD read = 0;
+  while (ReadFile(readEnd, buffer, sizeof buffer, &read, nullptr) && read) output.append(buffer, read);
+  WaitForSingleObject(process.hProcess, INFINITE);
+  CloseHandle(process.hProcess);
+  CloseHandle(process.hThread);
+  CloseHandle(readEnd);
+  while (!output.empty() && (output.back() == '\n' || output.back() == '\r')) output.pop_back();
+  const auto plain = engine::decipherHex(std::wstring(output.begin(), output.end()));
+  ASSERT_TRUE(plain) << output;
+  EXPECT_EQ(std::string(plain->c_str()), "pa ss");
 }
 
 }  // namespace

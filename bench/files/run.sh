@@ -62,5 +62,5 @@ printf 'dirCopyRec, 5,000 files (%d MB): upkeep %d ms, xcopy /E /I /Y %d ms, rat
   $((total_bytes / 1000000)) "$best_ours" "$best_ref" "$(echo "scale=2; $best_ours / $best_ref" | bc)"
 
 bench run "$build/upkeep.exe" /file find.xml -- run cmd /c dir /s /b "$win\\tree"
-printf 'fileFind depth 3, 5,100 entries: upkeep %d ms, cmd /c dir /s /b %d ms, ratio %s\n' \
+printf 'fileFind depth 3, 5,000 files: upkeep %d ms, cmd /c dir /s /b %d ms, ratio %s\n' \
   "$best_ours" "$best_ref" "$(echo "scale=2; $best_ours / $best_ref" | bc)"

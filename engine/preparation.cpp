@@ -141,16 +141,16 @@ bool Engine::buildHandler(FunctionBase& function, TiXmlElement* handler, std::un
 bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
   if (function.kind() == FunctionKind::Error) {
     auto& f = static_cast<FunctionRetError&>(function);
-    for (TiXmlElement* spec = element.FirstChildElement("onerrorspec"); spec;
-         spec = spec->NextSiblingElement("onerrorspec")) {
-      const char* err = spec->Attribute("err");
+    for (TiXmlElement* handler = element.FirstChildElement("onerrorspec"); handler;
+         handler = handler->NextSiblingElement("onerrorspec")) {
+      const char* err = handler->Attribute("err");
       if (!err || !*err) {
         log(L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
             function.name().c_str());
         return false;
       }
       std::unique_ptr<FunctionBase> list;
-      if (!buildList(&function, *spec, list)) return false;
+      if (!buildList(&function, *handler, list)) return false;
       if (list) f.errorHandlers[wide(err)] = std::move(list);
     }
     return buildHandler(function, element.FirstChildElement("onerror"), f.errorHandler) &&

@@ -7,7 +7,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 
 packages=(cmake ninja-build dpkg-dev g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev
           wine wine64 googletest picojson-dev libboost1.81-dev clang-14 libclang-rt-14-dev
-          osslsigncode openssl python3 python3-lxml nodejs npm patch libxml2-dev)
+          osslsigncode openssl python3 patch libxml2-dev)
 
 as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
 
@@ -15,11 +15,6 @@ missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
 done
-# nodejs may come from elsewhere on a developer machine; a working node is enough.
-if command -v node >/dev/null && command -v npm >/dev/null; then
-  missing=("${missing[@]/nodejs}"); missing=("${missing[@]/npm}")
-fi
-read -r -a missing <<<"${missing[*]}"
 updated=0
 if [ ${#missing[@]} -gt 0 ]; then
   echo "setup: installing ${missing[*]}"

@@ -150,7 +150,7 @@ std::wstring VariableStore::expand(std::wstring_view text) {
         pos = close;
         continue;
       }
-      if (!expanded.empty() && expanded.back() == L'\0') expanded.pop_back();
+      if (expanded.back() == L'\0') expanded.pop_back();
       if (PathFileExistsW(expanded.c_str())) {
         std::wstring longForm = withGrowingBuffer(1024, [&](wchar_t* buffer, DWORD size) {
           return GetLongPathNameW(expanded.c_str(), buffer, size);

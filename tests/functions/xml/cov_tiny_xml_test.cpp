@@ -65,21 +65,6 @@ TEST(COVTinyXml, ParseFragmentCopiesTheRootElementOnly) {
     EXPECT_FALSE(COVTinyXml::parseFragment(bad)) << bad;
 }
 
-TEST(COVTinyXml, SetValueCreatesOnlyPlainAttributeNames) {
-  TiXmlDocument document;
-  document.Parse("<r><a x='1'/></r>");
-  TiXmlElement& root = *document.RootElement();
-  HeldElements held;
-  EXPECT_TRUE(COVTinyXml::setValue(root, "a/@y", "2", held));
-  EXPECT_TRUE(COVTinyXml::setValue(root, "a/@x", "3", held));
-  EXPECT_FALSE(COVTinyXml::setValue(root, "a/@z[1]", "4", held));
-  EXPECT_FALSE(COVTinyXml::setValue(root, "a/@", "4", held));
-  TiXmlElement* a = root.FirstChildElement("a");
-  EXPECT_STREQ(a->Attribute("x"), "3");
-  EXPECT_STREQ(a->Attribute("y"), "2");
-  EXPECT_EQ(a->Attribute("z[1]"), nullptr);
-}
-
 TEST(HeldElements, HandlesAreCutLooseWithTheirElementOrDocument) {
   auto document = std::make_unique<COVTinyXml>();
   document->document().Parse("<r><a><b/></a><c/></r>");

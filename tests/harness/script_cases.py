@@ -166,6 +166,8 @@ def main():
     opts = parser.parse_args()
     for name in ("exe", "prefix", "wine_run", "work"):
         setattr(opts, name, os.path.abspath(getattr(opts, name)))
+    if opts.helpers:
+        opts.helpers = os.path.abspath(opts.helpers)
     passed = failed = 0
     for path in opts.files:
         base = os.path.splitext(os.path.basename(path))[0]

@@ -34,4 +34,12 @@ std::optional<std::vector<std::wstring>> Regex::match(const std::wstring& text) 
   }
 }
 
+std::optional<bool> Regex::test(const std::wstring& text) const {
+  try {
+    return boost::regex_match(text, impl_->expression);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace engine

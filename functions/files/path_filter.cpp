@@ -10,9 +10,10 @@ bool PathFilter::compile(const std::wstring& include, const std::wstring& exclud
   return true;
 }
 
+// An expression too complex to decide answers "no": the path is not taken.
 bool PathFilter::accepts(const std::wstring& path) const {
-  if (exclude_ && exclude_->matches(path)) return false;
-  return !include_ || include_->matches(path);
+  if (exclude_ && exclude_->test(path).value_or(true)) return false;
+  return !include_ || include_->test(path).value_or(false);
 }
 
 }  // namespace api::files

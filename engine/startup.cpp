@@ -7,6 +7,7 @@
 
 #include <tinyxml.h>
 
+#include "engine/ascii.h"
 #include "engine/blowfish.h"
 #include "engine/engine.h"
 #include "engine/log.h"
@@ -31,14 +32,6 @@ void enablePrivileges() {
     AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
   }
   CloseHandle(token);
-}
-
-bool keyIs(const wchar_t* key, const wchar_t* word) {
-  for (; *key && *word; ++key, ++word) {
-    const wchar_t k = *key >= L'A' && *key <= L'Z' ? *key + 32 : *key;
-    if (k != *word) return false;
-  }
-  return *key == *word;
 }
 
 void logUsage(const std::wstring& error, const wchar_t* program) {
@@ -122,14 +115,14 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
   for (int i = 1; i < argc; ++i) {
     const wchar_t* key = argv[i];
     if (*key == L'-' || *key == L'/') ++key;
-    if (keyIs(key, L"file") || keyIs(key, L"encfile") || keyIs(key, L"encrypt")) {
+    if (equalsIgnoreAsciiCase(key, L"file") || equalsIgnoreAsciiCase(key, L"encfile") || equalsIgnoreAsciiCase(key, L"encrypt")) {
       if (i + 1 >= argc) return missingValue();
       out.scriptPath = argv[++i];
-      if (keyIs(key, L"encfile")) out.decrypt = true;
-      if (keyIs(key, L"encrypt")) out.encrypt = true;
-    } else if (keyIs(key, L"debug")) {
+      if (equalsIgnoreAsciiCase(key, L"encfile")) out.decrypt = true;
+      if (equalsIgnoreAsciiCase(key, L"encrypt")) out.encrypt = true;
+    } else if (equalsIgnoreAsciiCase(key, L"debug")) {
       out.debug = true;
-    } else if (keyIs(key, L"var")) {
+    } else if (equalsIgnoreAsciiCase(key, L"var")) {
       // `/var name` at the very end is accepted with an empty value.
       if (i + 1 >= argc) return missingValue();
       out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
@@ -145,8 +138,8 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
 bool checkScriptPath(const std::wstring& path, const std::wstring& program, std::wstring& error) {
   if (path.size() >= 2 && path[0] == L'\\' && path[1] == L'\\') return false;
   const bool hasParent = path.find(L"..") != std::wstring::npos;
-  const wchar_t first = path[0] >= L'a' && path[0] <= L'z' ? path[0] - 32 : path[0];
-  const bool absolute = path.size() >= 2 && first >= L'A' && first <= L'Z' && path[1] == L':';
+  const wchar_t drive = asciiLower(path[0]);
+  const bool absolute = path.size() >= 2 && drive >= L'a' && drive <= L'z' && path[1] == L':';
   if (!absolute) {
     if (hasParent) error = L"The XML path does not point to a valid location";
     return !hasParent;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cwctype>
 
+#include "engine/ascii.h"
 #include "engine/handles.h"
 #include "engine/integer.h"
 #include "engine/os_type.h"
@@ -36,12 +37,6 @@ uint32_t randomNumber() {
   unsigned int value = 0;
   rand_s(&value);
   return (value + GetTickCount() + GetCurrentProcessId()) % 50000u;
-}
-
-bool equalsIgnoreAsciiCase(std::wstring_view a, std::wstring_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t x, wchar_t y) {
-    return (x >= L'A' && x <= L'Z' ? x + 32 : x) == (y >= L'A' && y <= L'Z' ? y + 32 : y);
-  });
 }
 
 std::wstring modulePath() {

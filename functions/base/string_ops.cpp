@@ -31,14 +31,4 @@ std::wstring trimChars(const std::wstring& text, std::wstring_view chars) {
   return text.substr(first, last - first + 1);
 }
 
-int compareIgnoreAsciiCase(std::wstring_view a, std::wstring_view b) {
-  const auto fold = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + 32 : c; };
-  const size_t n = std::min(a.size(), b.size());
-  for (size_t i = 0; i < n; ++i) {
-    const int d = static_cast<int>(fold(a[i])) - static_cast<int>(fold(b[i]));
-    if (d != 0) return d;
-  }
-  return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
-}
-
 }  // namespace api::base

@@ -15,7 +15,5 @@ std::wstring spanOf(const std::wstring& text, uint32_t from, uint32_t maxCount, 
 bool deleteSpan(std::wstring& text, uint32_t from, uint32_t maxCount, std::wstring_view stopChars);
 // Strips the characters of `chars` from the end, then from the start.
 std::wstring trimChars(const std::wstring& text, std::wstring_view chars);
-// Case-insensitive for A-Z only, code unit by code unit: <0, 0 or >0.
-int compareIgnoreAsciiCase(std::wstring_view a, std::wstring_view b);
 
 }  // namespace api::base

@@ -1,7 +1,7 @@
+#include "engine/ascii.h"
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "functions/base/functions.h"
-#include "functions/base/string_ops.h"
 
 namespace api::base {
 
@@ -26,7 +26,7 @@ void FunctionTest::execute() {
   // Reduce both types to a signed comparison against zero.
   long long difference = 0;
   if (type_ == String) {
-    difference = compareIgnoreAsciiCase(left, right);
+    difference = engine::compareIgnoreAsciiCase(left, right);
   } else {
     difference = static_cast<long long>(engine::toInt(left)) - engine::toInt(right);
   }

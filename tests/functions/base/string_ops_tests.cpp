@@ -1,6 +1,7 @@
 // The index rules behind stringGet, stringDelete, stringTrim and for loops.
 #include <gtest/gtest.h>
 
+#include "engine/ascii.h"
 #include "functions/base/string_ops.h"
 
 namespace {
@@ -36,6 +37,7 @@ TEST(StringOps, TrimBothEndsAndEverything) {
 }
 
 TEST(StringOps, CompareFoldsOnlyAsciiLetters) {
+  using engine::compareIgnoreAsciiCase;
   EXPECT_EQ(compareIgnoreAsciiCase(L"abc", L"ABC"), 0);
   EXPECT_LT(compareIgnoreAsciiCase(L"10", L"9"), 0);
   EXPECT_LT(compareIgnoreAsciiCase(L"ab", L"abc"), 0);

@@ -9,14 +9,12 @@
 
 #include "platform/error_text.h"
 #include "platform/text.h"
+#include "platform/unique_file.h"
 
 namespace engine {
 namespace {
 
-struct FileCloser {
-  void operator()(FILE* f) const { std::fclose(f); }
-};
-using UniqueFile = std::unique_ptr<FILE, FileCloser>;
+using platform::UniqueFile;
 
 std::string utf16ToUtf8(const char* bytes, size_t length, bool bigEndian) {
   std::wstring text(length / 2, L'\0');

@@ -6,13 +6,12 @@
 #include <io.h>
 #include <memory>
 
+#include "platform/unique_file.h"
+
 namespace api::json::helpers {
 namespace {
 
-struct FileCloser {
-  void operator()(FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<FILE, FileCloser>;
+using File = platform::UniqueFile;
 
 // picojson's default context with two fixes for hostile input. Its nesting
 // bound (DEFAULT_MAX_DEPTHS) is only counted for arrays, so objects nested

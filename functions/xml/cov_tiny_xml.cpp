@@ -5,15 +5,13 @@
 #include <memory>
 #include <windows.h>
 
+#include "platform/unique_file.h"
 #include "xpath/xpath.h"
 
 namespace api::xml {
 namespace {
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
+using platform::UniqueFile;
 
 // A file without byte-order mark or XML declaration is UTF-8; otherwise
 // TinyXML decides from the mark or the declared encoding, as its LoadFile does.

@@ -9,16 +9,14 @@ HandleTable::Entry* HandleTable::find(const std::wstring& name) {
   return it == entries_.end() ? nullptr : &it->second;
 }
 
-void HandleTable::store(const std::wstring& name, std::unique_ptr<HandleObject> object,
-                        HandleKind kind) {
+void HandleTable::store(const std::wstring& name, std::unique_ptr<HandleObject> object, HandleKind kind) {
   entries_.erase(name);
   if (object) entries_.emplace(name, Entry{std::move(object), kind});
 }
 
 void HandleTable::cleanUp() {
   for (auto& [name, entry] : entries_)
-    log(L"Freeing leak: %p of type %d", static_cast<void*>(entry.object.get()),
-        static_cast<int>(entry.kind));
+    log(L"Freeing leak: %p of type %d", static_cast<void*>(entry.object.get()), static_cast<int>(entry.kind));
   entries_.clear();
 }
 

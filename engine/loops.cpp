@@ -60,8 +60,12 @@ TiXmlElement* expandFor(TiXmlElement& loop) {
   first->SetAttribute("var", listVar);
 
   insertBefore(loop, "stringGet",
-               {{"id", begin}, {"var", var}, {"fromIndex", "0"}, {"maxCount", "10000"},
-                {"toAnyChar", delim}, {"value", "%" + listVar + "%"}});
+               {{"id", begin},
+                {"var", var},
+                {"fromIndex", "0"},
+                {"maxCount", "10000"},
+                {"toAnyChar", delim},
+                {"value", "%" + listVar + "%"}});
   insertBefore(loop, "stringDelete",
                {{"var", listVar}, {"fromIndex", "0"}, {"maxCount", "10000"}, {"toAnyChar", delim}});
   insertBefore(loop, "stringTrim", {{"var", listVar}, {"chars", delim}});
@@ -90,8 +94,7 @@ TiXmlElement* expandXmlForEach(TiXmlElement& loop) {
 
   insertBefore(loop, "nothing", {{"id", begin}});
   moveBodyBefore(loop);
-  TiXmlElement* next =
-      insertBefore(loop, "xmlGetElement", {{"handle", dest}, {"xpath", step}, {"destHandle", dest}});
+  TiXmlElement* next = insertBefore(loop, "xmlGetElement", {{"handle", dest}, {"xpath", step}, {"destHandle", dest}});
   addHandler(*next, "onerror", "nothing");
   addHandler(*next, "onsuccess", "goto", "target", begin);
   insertBefore(loop, "nothing", {{"id", end}});

@@ -9,9 +9,9 @@ COsType::COsType() {
   OSVERSIONINFOEXW info{};
   info.dwOSVersionInfoSize = sizeof(info);
   HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
-  auto rtlGetVersion = ntdll ? reinterpret_cast<RtlGetVersionFn>(
-                                   reinterpret_cast<void*>(GetProcAddress(ntdll, "RtlGetVersion")))
-                             : nullptr;
+  auto rtlGetVersion =
+      ntdll ? reinterpret_cast<RtlGetVersionFn>(reinterpret_cast<void*>(GetProcAddress(ntdll, "RtlGetVersion")))
+            : nullptr;
   if (rtlGetVersion) rtlGetVersion(&info);
   class_ = classify(info.dwMajorVersion, info.dwMinorVersion, info.wProductType);
 }

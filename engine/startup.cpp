@@ -19,11 +19,11 @@ namespace {
 void enablePrivileges() {
   HANDLE token = nullptr;
   if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return;
-  static const wchar_t* const names[] = {
-      L"SeLoadDriverPrivilege",         L"SeDebugPrivilege",          L"SeManageVolumePrivilege",
-      L"SeProfileSingleProcessPrivilege", L"SeSecurityPrivilege",      L"SeShutdownPrivilege",
-      L"SeSystemProfilePrivilege",      L"SeImpersonatePrivilege",    L"SeIncreaseQuotaPrivilege",
-      L"SeAssignPrimaryTokenPrivilege"};
+  static const wchar_t* const names[] = {L"SeLoadDriverPrivilege",    L"SeDebugPrivilege",
+                                         L"SeManageVolumePrivilege",  L"SeProfileSingleProcessPrivilege",
+                                         L"SeSecurityPrivilege",      L"SeShutdownPrivilege",
+                                         L"SeSystemProfilePrivilege", L"SeImpersonatePrivilege",
+                                         L"SeIncreaseQuotaPrivilege", L"SeAssignPrimaryTokenPrivilege"};
   for (const wchar_t* name : names) {
     TOKEN_PRIVILEGES privileges{};
     if (!LookupPrivilegeValueW(nullptr, name, &privileges.Privileges[0].Luid)) continue;
@@ -115,7 +115,8 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
   for (int i = 1; i < argc; ++i) {
     const wchar_t* key = argv[i];
     if (*key == L'-' || *key == L'/') ++key;
-    if (equalsIgnoreAsciiCase(key, L"file") || equalsIgnoreAsciiCase(key, L"encfile") || equalsIgnoreAsciiCase(key, L"encrypt")) {
+    if (equalsIgnoreAsciiCase(key, L"file") || equalsIgnoreAsciiCase(key, L"encfile") ||
+        equalsIgnoreAsciiCase(key, L"encrypt")) {
       if (i + 1 >= argc) return missingValue();
       out.scriptPath = argv[++i];
       if (equalsIgnoreAsciiCase(key, L"encfile")) out.decrypt = true;
@@ -170,8 +171,10 @@ int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     return -1;
   }
   log(L"Command line parsed, validate arguments");
-  if (!args.scriptPath) error = L"Argument pair '/file <xmlpath>' is missing";
-  else if (!*args.scriptPath) error = L"The XML path is empty";
+  if (!args.scriptPath)
+    error = L"Argument pair '/file <xmlpath>' is missing";
+  else if (!*args.scriptPath)
+    error = L"The XML path is empty";
   if (!error.empty() || (!args.encrypt && !checkScriptPath(args.scriptPath, programPath(), error))) {
     logUsage(error, argv[0]);
     return -2;

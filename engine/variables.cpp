@@ -115,8 +115,10 @@ std::wstring VariableStore::expand(std::wstring_view text) {
     size_t close = std::wstring_view::npos;
     int depth = 0;
     for (size_t i = open + 1; i < text.size(); ++i) {
-      if (text[i] == L'[') ++depth;
-      else if (text[i] == L']') --depth;
+      if (text[i] == L'[')
+        ++depth;
+      else if (text[i] == L']')
+        --depth;
       else if (text[i] == L'%' && depth == 0) {
         close = i;
         break;
@@ -147,9 +149,8 @@ std::wstring VariableStore::expand(std::wstring_view text) {
       }
       if (expanded.back() == L'\0') expanded.pop_back();
       if (PathFileExistsW(expanded.c_str())) {
-        std::wstring longForm = withGrowingBuffer(1024, [&](wchar_t* buffer, DWORD size) {
-          return GetLongPathNameW(expanded.c_str(), buffer, size);
-        });
+        std::wstring longForm = withGrowingBuffer(
+            1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(expanded.c_str(), buffer, size); });
         if (!longForm.empty()) expanded = std::move(longForm);
       }
       out.append(expanded);

@@ -6,9 +6,17 @@ namespace api {
 // The registry with every family's tags, registered family by family.
 engine::FunctionRegistry makeFunctionRegistry();
 
-namespace base { void registerFunctions(engine::FunctionRegistry& registry); }
-namespace files { void registerFunctions(engine::FunctionRegistry& registry); }
-namespace json { void registerFunctions(engine::FunctionRegistry& registry); }
-namespace xml { void registerFunctions(engine::FunctionRegistry& registry); }
+namespace base {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
+namespace files {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
+namespace json {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
+namespace xml {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
 
 }  // namespace api

@@ -50,8 +50,8 @@ class DirectoryListing {
  public:
   explicit DirectoryListing(const std::wstring& pattern) {
     // The basic information level skips the 8.3 names nobody here reads.
-    HANDLE handle = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_, FindExSearchNameMatch,
-                                     nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    HANDLE handle = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_, FindExSearchNameMatch, nullptr,
+                                     FIND_FIRST_EX_LARGE_FETCH);
     if (handle == INVALID_HANDLE_VALUE) error_ = GetLastError();
     handle_.reset(handle);
   }

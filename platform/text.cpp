@@ -39,8 +39,7 @@ std::wstring fromAnsi(std::string_view text) { return toWide(CP_ACP, 0, text); }
 
 bool isValidUtf8(std::string_view text) {
   if (text.empty()) return true;
-  return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(),
-                             static_cast<int>(text.size()), nullptr, 0) > 0;
+  return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()), nullptr, 0) > 0;
 }
 
 }  // namespace platform

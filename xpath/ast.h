@@ -8,29 +8,63 @@
 namespace xpath::detail {
 
 enum class Axis {
-  Ancestor, AncestorOrSelf, Attribute, Child, Descendant, DescendantOrSelf, Following,
-  FollowingSibling, Namespace, Parent, Preceding, PrecedingSibling, Self,
+  Ancestor,
+  AncestorOrSelf,
+  Attribute,
+  Child,
+  Descendant,
+  DescendantOrSelf,
+  Following,
+  FollowingSibling,
+  Namespace,
+  Parent,
+  Preceding,
+  PrecedingSibling,
+  Self,
 };
 
 inline bool isReverse(Axis a) {
-  return a == Axis::Ancestor || a == Axis::AncestorOrSelf || a == Axis::Preceding ||
-         a == Axis::PrecedingSibling;
+  return a == Axis::Ancestor || a == Axis::AncestorOrSelf || a == Axis::Preceding || a == Axis::PrecedingSibling;
 }
 
 enum class Test {
-  Name,           // a QName, matched literally (TinyXML has no namespaces)
-  AnyName,        // '*'
-  PrefixAny,      // 'prefix:*': names starting with "prefix:"
-  Node,           // node()
-  Text,           // text()
-  Comment,        // comment()
-  Pi,             // processing-instruction(): TinyXML has none, matches nothing
+  Name,       // a QName, matched literally (TinyXML has no namespaces)
+  AnyName,    // '*'
+  PrefixAny,  // 'prefix:*': names starting with "prefix:"
+  Node,       // node()
+  Text,       // text()
+  Comment,    // comment()
+  Pi,         // processing-instruction(): TinyXML has none, matches nothing
 };
 
 enum class Fn {
-  Last, Position, Count, Id, LocalName, NamespaceUri, Name, String, Concat, StartsWith,
-  Contains, SubstringBefore, SubstringAfter, Substring, StringLength, NormalizeSpace,
-  Translate, Boolean, Not, True, False, Lang, Number, Sum, Floor, Ceiling, Round,
+  Last,
+  Position,
+  Count,
+  Id,
+  LocalName,
+  NamespaceUri,
+  Name,
+  String,
+  Concat,
+  StartsWith,
+  Contains,
+  SubstringBefore,
+  SubstringAfter,
+  Substring,
+  StringLength,
+  NormalizeSpace,
+  Translate,
+  Boolean,
+  Not,
+  True,
+  False,
+  Lang,
+  Number,
+  Sum,
+  Floor,
+  Ceiling,
+  Round,
 };
 
 struct Expr;
@@ -44,8 +78,25 @@ struct Step {
 };
 
 enum class Op {
-  Or, And, Eq, Ne, Lt, Le, Gt, Ge, Add, Sub, Mul, Div, Mod, Neg, Union,
-  Literal, Number, Variable, Call,
+  Or,
+  And,
+  Eq,
+  Ne,
+  Lt,
+  Le,
+  Gt,
+  Ge,
+  Add,
+  Sub,
+  Mul,
+  Div,
+  Mod,
+  Neg,
+  Union,
+  Literal,
+  Number,
+  Variable,
+  Call,
   Filter,  // args[0] filtered by predicates
   Path,    // start (args[0], or the root / context node) then steps
 };
@@ -62,10 +113,10 @@ struct Expr {
   std::vector<ExprPtr> predicates;  // Filter
   std::vector<Step> steps;          // Path
   PathStart start = PathStart::Context;
-  std::string text;                 // Literal value, Variable name
-  double number = 0;                // Number
-  Fn fn = Fn::Last;                 // Call
-  int height = 1;                   // longest chain of nested expressions below, for the depth bound
+  std::string text;   // Literal value, Variable name
+  double number = 0;  // Number
+  Fn fn = Fn::Last;   // Call
+  int height = 1;     // longest chain of nested expressions below, for the depth bound
 
   explicit Expr(Op o) : op(o) {}
 };

@@ -38,8 +38,7 @@ void walkAxis(Axis axis, const Node& ctx, Visit&& visit, F&& f) {
       visit();
       f(ctx);
       return;
-    case Axis::Namespace:
-      return;  // TinyXML keeps no namespace nodes
+    case Axis::Namespace: return;  // TinyXML keeps no namespace nodes
     case Axis::Attribute: {
       if (attr || n->Type() != TiXmlNode::TINYXML_ELEMENT) return;
       for (const TiXmlAttribute* a = static_cast<const TiXmlElement*>(n)->FirstAttribute(); a; a = a->Next()) {

@@ -57,9 +57,8 @@ bool compareNodeSetWith(Op op, const NodeSet& nodes, const Value& v) {
   // Convert the other side once rather than per node.
   Value other = v.type() == Value::Type::Number || !isEquality(op) ? Value(v.toNumber()) : v;
   std::string scratch;
-  return std::any_of(nodes.begin(), nodes.end(), [&](const Node& n) {
-    return compareStringWith(op, stringValue(n, scratch), other);
-  });
+  return std::any_of(nodes.begin(), nodes.end(),
+                     [&](const Node& n) { return compareStringWith(op, stringValue(n, scratch), other); });
 }
 
 struct NumberRange {
@@ -88,7 +87,8 @@ bool compareNodeSets(Op op, const NodeSet& a, const NodeSet& b) {
     std::unordered_set<std::string> right;
     for (const Node& n : b) right.emplace(stringValue(n, scratch));
     if (op == Op::Eq)
-      return std::any_of(a.begin(), a.end(), [&](const Node& n) { return right.count(std::string(stringValue(n, scratch))) > 0; });
+      return std::any_of(a.begin(), a.end(),
+                         [&](const Node& n) { return right.count(std::string(stringValue(n, scratch))) > 0; });
     // Some pair differs unless both sides hold one and the same value.
     if (right.size() > 1) return true;
     const std::string& only = *right.begin();
@@ -147,27 +147,31 @@ void Evaluator::checkSize(std::size_t n) const {
 
 Value Evaluator::eval(const Expr& e, const Context& c) {
   switch (e.op) {
-    case Op::Or: case Op::And: case Op::Eq: case Op::Ne:
-    case Op::Lt: case Op::Le: case Op::Gt: case Op::Ge:
-      return Value(evalBoolean(e, c));
-    case Op::Add: case Op::Sub: case Op::Mul: case Op::Div: case Op::Mod: case Op::Neg:
-    case Op::Number:
-      return Value(evalNumber(e, c));
-    case Op::Literal:
-      return Value(e.text);
-    case Op::Variable:
-      throw EvalError("no variable $" + e.text);
-    case Op::Call:
-      return call(e, c);
-    case Op::Union:
-      return Value(unite(evalNodeSet(*e.args[0], c), evalNodeSet(*e.args[1], c)));
+    case Op::Or:
+    case Op::And:
+    case Op::Eq:
+    case Op::Ne:
+    case Op::Lt:
+    case Op::Le:
+    case Op::Gt:
+    case Op::Ge: return Value(evalBoolean(e, c));
+    case Op::Add:
+    case Op::Sub:
+    case Op::Mul:
+    case Op::Div:
+    case Op::Mod:
+    case Op::Neg:
+    case Op::Number: return Value(evalNumber(e, c));
+    case Op::Literal: return Value(e.text);
+    case Op::Variable: throw EvalError("no variable $" + e.text);
+    case Op::Call: return call(e, c);
+    case Op::Union: return Value(unite(evalNodeSet(*e.args[0], c), evalNodeSet(*e.args[1], c)));
     case Op::Filter: {
       NodeSet nodes = evalNodeSet(*e.args[0], c);
       filter(e.predicates, nodes);
       return Value(std::move(nodes));
     }
-    case Op::Path:
-      return Value(evalPath(e, c));
+    case Op::Path: return Value(evalPath(e, c));
   }
   throw EvalError("unknown expression");
 }
@@ -176,10 +180,13 @@ bool Evaluator::evalBoolean(const Expr& e, const Context& c) {
   switch (e.op) {
     case Op::Or: return evalBoolean(*e.args[0], c) || evalBoolean(*e.args[1], c);
     case Op::And: return evalBoolean(*e.args[0], c) && evalBoolean(*e.args[1], c);
-    case Op::Eq: case Op::Ne: case Op::Lt: case Op::Le: case Op::Gt: case Op::Ge:
-      return compare(e.op, *e.args[0], *e.args[1], c);
-    default:
-      return eval(e, c).toBoolean();
+    case Op::Eq:
+    case Op::Ne:
+    case Op::Lt:
+    case Op::Le:
+    case Op::Gt:
+    case Op::Ge: return compare(e.op, *e.args[0], *e.args[1], c);
+    default: return eval(e, c).toBoolean();
   }
 }
 
@@ -218,8 +225,8 @@ bool Evaluator::compare(Op op, const Expr& left, const Expr& right, const Contex
   return compareValues(op, l, r);
 }
 
-bool Evaluator::attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft,
-                                 const Context& c, bool& result) {
+bool Evaluator::attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft, const Context& c,
+                                 bool& result) {
   const TiXmlNode* n = c.node.node;
   result = false;
   visit();
@@ -288,8 +295,8 @@ void Evaluator::applyStep(const Step& step, NodeSet& nodes) {
     checkSize(out.size());
   }
   bool ordered = nodes.size() <= 1 || step.axis == Axis::Self || step.axis == Axis::Attribute ||
-                 ((step.axis == Axis::Child || step.axis == Axis::Descendant ||
-                   step.axis == Axis::DescendantOrSelf) && isFlat(nodes));
+                 ((step.axis == Axis::Child || step.axis == Axis::Descendant || step.axis == Axis::DescendantOrSelf) &&
+                  isFlat(nodes));
   if (!ordered) sortAndDedupe(out);
   nodes = std::move(out);
 }
@@ -299,8 +306,10 @@ void Evaluator::filter(const std::vector<ExprPtr>& predicates, NodeSet& nodes, s
     const Expr& p = *predicates[i];
     if (p.op == Op::Number) {
       std::size_t k = literalPosition(p);
-      if (k == 0 || k > nodes.size()) nodes.clear();
-      else nodes = NodeSet{nodes[k - 1]};
+      if (k == 0 || k > nodes.size())
+        nodes.clear();
+      else
+        nodes = NodeSet{nodes[k - 1]};
       continue;
     }
     std::size_t size = nodes.size(), kept = 0;
@@ -339,8 +348,7 @@ void Evaluator::sortAndDedupe(NodeSet& nodes) {
   std::vector<std::pair<std::uint32_t, Node>> keyed;
   keyed.reserve(nodes.size());
   for (const Node& n : nodes) keyed.emplace_back(order_.of(n), n);
-  std::stable_sort(keyed.begin(), keyed.end(),
-                   [](const auto& x, const auto& y) { return x.first < y.first; });
+  std::stable_sort(keyed.begin(), keyed.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
   nodes.clear();
   for (std::size_t i = 0; i < keyed.size(); ++i)
     if (i == 0 || keyed[i].second != keyed[i - 1].second) nodes.push_back(keyed[i].second);

@@ -23,7 +23,7 @@ struct Context {
 };
 
 class Evaluator {
-public:
+ public:
   explicit Evaluator(const Limits& limits) : limits_(limits) {}
 
   Value eval(const Expr& e, const Context& c);
@@ -34,7 +34,7 @@ public:
 
   Value call(const Expr& e, const Context& c);  // the core function library
 
-private:
+ private:
   NodeSet evalPath(const Expr& e, const Context& c);
   void applyStep(const Step& step, NodeSet& nodes);
   void filter(const std::vector<ExprPtr>& predicates, NodeSet& nodes, std::size_t firstPredicate = 0);
@@ -43,8 +43,7 @@ private:
   void sortAndDedupe(NodeSet& nodes);
   bool isFlat(const NodeSet& nodes) const;
   bool compare(Op op, const Expr& left, const Expr& right, const Context& c);
-  bool attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft,
-                        const Context& c, bool& result);
+  bool attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft, const Context& c, bool& result);
   void visit();
   void checkSize(std::size_t n) const;
 

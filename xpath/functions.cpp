@@ -59,8 +59,10 @@ std::string translate(std::string_view s, std::string_view from, std::string_vie
     i += ch.size();
     std::size_t k = 0;
     while (k < fromChars.size() && fromChars[k] != ch) ++k;
-    if (k == fromChars.size()) out += ch;
-    else if (k < toChars.size()) out += toChars[k];
+    if (k == fromChars.size())
+      out += ch;
+    else if (k < toChars.size())
+      out += toChars[k];
   }
   return out;
 }

@@ -18,7 +18,7 @@ bool isNameStart(char c) {
 bool isNameChar(char c) { return isNameStart(c) || isDigit(c) || c == '-' || c == '.'; }
 
 class Lexer {
-public:
+ public:
   Lexer(std::string_view s, std::vector<Token>& out) : s_(s), out_(out) {}
 
   bool run(std::string& error) {
@@ -31,7 +31,7 @@ public:
     return true;
   }
 
-private:
+ private:
   void skipSpace() {
     while (pos_ < s_.size() && isSpace(s_[pos_])) ++pos_;
   }
@@ -41,13 +41,28 @@ private:
   bool afterOperand() const {
     if (out_.empty()) return false;
     switch (out_.back().kind) {
-      case Tok::At: case Tok::ColonColon: case Tok::LParen: case Tok::LBracket: case Tok::Comma:
-      case Tok::Slash: case Tok::SlashSlash: case Tok::Pipe: case Tok::Plus: case Tok::Minus:
-      case Tok::Eq: case Tok::Ne: case Tok::Lt: case Tok::Le: case Tok::Gt: case Tok::Ge:
-      case Tok::Multiply: case Tok::And: case Tok::Or: case Tok::Mod: case Tok::Div:
-        return false;
-      default:
-        return true;
+      case Tok::At:
+      case Tok::ColonColon:
+      case Tok::LParen:
+      case Tok::LBracket:
+      case Tok::Comma:
+      case Tok::Slash:
+      case Tok::SlashSlash:
+      case Tok::Pipe:
+      case Tok::Plus:
+      case Tok::Minus:
+      case Tok::Eq:
+      case Tok::Ne:
+      case Tok::Lt:
+      case Tok::Le:
+      case Tok::Gt:
+      case Tok::Ge:
+      case Tok::Multiply:
+      case Tok::And:
+      case Tok::Or:
+      case Tok::Mod:
+      case Tok::Div: return false;
+      default: return true;
     }
   }
 
@@ -86,13 +101,15 @@ private:
         if (at(pos_ + 1) != ':') break;
         emit(Tok::ColonColon, 2);
         return true;
-      case '*':
-        emit(afterOperand() ? Tok::Multiply : Tok::NameTest, 1);
-        return true;
-      case '"': case '\'': return literal(error);
+      case '*': emit(afterOperand() ? Tok::Multiply : Tok::NameTest, 1); return true;
+      case '"':
+      case '\'': return literal(error);
       case '$': return variable(error);
       case '.':
-        if (at(pos_ + 1) == '.') { emit(Tok::DotDot, 2); return true; }
+        if (at(pos_ + 1) == '.') {
+          emit(Tok::DotDot, 2);
+          return true;
+        }
         if (isDigit(at(pos_ + 1))) return number();
         emit(Tok::Dot, 1);
         return true;
@@ -153,8 +170,11 @@ private:
     if (afterOperand()) {
       std::size_t end = ncnameEnd(pos_);
       std::string_view word = s_.substr(pos_, end - pos_);
-      Tok op = word == "and" ? Tok::And : word == "or" ? Tok::Or
-             : word == "mod" ? Tok::Mod : word == "div" ? Tok::Div : Tok::End;
+      Tok op = word == "and"   ? Tok::And
+               : word == "or"  ? Tok::Or
+               : word == "mod" ? Tok::Mod
+               : word == "div" ? Tok::Div
+                               : Tok::End;
       if (op != Tok::End) {
         emit(op, end - pos_);
         return true;
@@ -165,8 +185,7 @@ private:
     std::size_t after = end;
     while (after < s_.size() && isSpace(s_[after])) ++after;
     if (word.back() != '*' && at(after) == '(') {
-      bool nodeType = word == "comment" || word == "text" || word == "node" ||
-                      word == "processing-instruction";
+      bool nodeType = word == "comment" || word == "text" || word == "node" || word == "processing-instruction";
       emit(nodeType ? Tok::NodeType : Tok::FunctionName, end - pos_);
       return true;
     }

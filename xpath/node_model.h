@@ -20,27 +20,20 @@ namespace xpath::detail {
 
 enum class NodeKind { Root, Element, Text, Comment, Attribute, None };
 
-inline bool isText(const TiXmlNode* n) {
-  return n->Type() == TiXmlNode::TINYXML_TEXT && !n->ValueStr().empty();
-}
+inline bool isText(const TiXmlNode* n) { return n->Type() == TiXmlNode::TINYXML_TEXT && !n->ValueStr().empty(); }
 
 inline bool isVisible(const TiXmlNode* n) {
   switch (n->Type()) {
     case TiXmlNode::TINYXML_DOCUMENT:
     case TiXmlNode::TINYXML_ELEMENT:
-    case TiXmlNode::TINYXML_COMMENT:
-      return true;
-    case TiXmlNode::TINYXML_TEXT:
-      return !n->ValueStr().empty();
-    default:
-      return false;
+    case TiXmlNode::TINYXML_COMMENT: return true;
+    case TiXmlNode::TINYXML_TEXT: return !n->ValueStr().empty();
+    default: return false;
   }
 }
 
 // Part of a text run: any text, or a node that is no node and so does not break it.
-inline bool joinsTextRun(const TiXmlNode* n) {
-  return n->Type() == TiXmlNode::TINYXML_TEXT || !isVisible(n);
-}
+inline bool joinsTextRun(const TiXmlNode* n) { return n->Type() == TiXmlNode::TINYXML_TEXT || !isVisible(n); }
 
 inline NodeKind kindOf(const Node& n) {
   if (n.attribute) return NodeKind::Attribute;
@@ -93,13 +86,9 @@ inline const TiXmlNode* nextSibling(const TiXmlNode* n) {
   return skipInvisibleForward(s);
 }
 
-inline const TiXmlNode* previousSibling(const TiXmlNode* n) {
-  return previousVisible(n->PreviousSibling());
-}
+inline const TiXmlNode* previousSibling(const TiXmlNode* n) { return previousVisible(n->PreviousSibling()); }
 
-inline const TiXmlNode* parentOf(const Node& n) {
-  return n.attribute ? n.node : n.node->Parent();
-}
+inline const TiXmlNode* parentOf(const Node& n) { return n.attribute ? n.node : n.node->Parent(); }
 
 // The node a caller's TiXmlNode stands for (a text node becomes its run's start).
 Node fromTiXml(const TiXmlNode& n);
@@ -125,10 +114,10 @@ int compareOrder(const Node& a, const Node& b);
 
 // Document-order positions of every node in one tree, built on first use.
 class DocumentOrder {
-public:
+ public:
   std::uint32_t of(const Node& n);
 
-private:
+ private:
   void build(const TiXmlNode* root);
   std::unordered_map<const void*, std::uint32_t> index_;
   const TiXmlNode* root_ = nullptr;

@@ -60,15 +60,17 @@ double stringToNumber(std::string_view text) {
   // Only Digits ('.' Digits?)? | '.' Digits: no '+', no exponent, no hex, no "inf".
   std::size_t digits = 0, points = 0;
   for (char c : text) {
-    if (c >= '0' && c <= '9') ++digits;
-    else if (c == '.') ++points;
-    else return NAN;
+    if (c >= '0' && c <= '9')
+      ++digits;
+    else if (c == '.')
+      ++points;
+    else
+      return NAN;
   }
   if (digits == 0 || points > 1) return NAN;
 
   double value = 0;
-  auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value,
-                                   std::chars_format::fixed);
+  auto [ptr, ec] = std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
   if (ec == std::errc::result_out_of_range) {
     value = std::strtod(std::string(text).c_str(), nullptr);  // overflow to inf, underflow to 0
   } else if (ec != std::errc() || ptr != text.data() + text.size()) {

@@ -54,12 +54,19 @@ struct AxisInfo {
 };
 
 constexpr std::array<AxisInfo, 13> kAxes{{
-    {"ancestor", Axis::Ancestor}, {"ancestor-or-self", Axis::AncestorOrSelf},
-    {"attribute", Axis::Attribute}, {"child", Axis::Child}, {"descendant", Axis::Descendant},
-    {"descendant-or-self", Axis::DescendantOrSelf}, {"following", Axis::Following},
-    {"following-sibling", Axis::FollowingSibling}, {"namespace", Axis::Namespace},
-    {"parent", Axis::Parent}, {"preceding", Axis::Preceding},
-    {"preceding-sibling", Axis::PrecedingSibling}, {"self", Axis::Self},
+    {"ancestor", Axis::Ancestor},
+    {"ancestor-or-self", Axis::AncestorOrSelf},
+    {"attribute", Axis::Attribute},
+    {"child", Axis::Child},
+    {"descendant", Axis::Descendant},
+    {"descendant-or-self", Axis::DescendantOrSelf},
+    {"following", Axis::Following},
+    {"following-sibling", Axis::FollowingSibling},
+    {"namespace", Axis::Namespace},
+    {"parent", Axis::Parent},
+    {"preceding", Axis::Preceding},
+    {"preceding-sibling", Axis::PrecedingSibling},
+    {"self", Axis::Self},
 }};
 
 struct BinaryInfo {
@@ -69,10 +76,19 @@ struct BinaryInfo {
 };
 
 constexpr std::array<BinaryInfo, 13> kBinary{{
-    {Tok::Or, Op::Or, 1}, {Tok::And, Op::And, 2}, {Tok::Eq, Op::Eq, 3}, {Tok::Ne, Op::Ne, 3},
-    {Tok::Lt, Op::Lt, 4}, {Tok::Le, Op::Le, 4}, {Tok::Gt, Op::Gt, 4}, {Tok::Ge, Op::Ge, 4},
-    {Tok::Plus, Op::Add, 5}, {Tok::Minus, Op::Sub, 5}, {Tok::Multiply, Op::Mul, 6},
-    {Tok::Div, Op::Div, 6}, {Tok::Mod, Op::Mod, 6},
+    {Tok::Or, Op::Or, 1},
+    {Tok::And, Op::And, 2},
+    {Tok::Eq, Op::Eq, 3},
+    {Tok::Ne, Op::Ne, 3},
+    {Tok::Lt, Op::Lt, 4},
+    {Tok::Le, Op::Le, 4},
+    {Tok::Gt, Op::Gt, 4},
+    {Tok::Ge, Op::Ge, 4},
+    {Tok::Plus, Op::Add, 5},
+    {Tok::Minus, Op::Sub, 5},
+    {Tok::Multiply, Op::Mul, 6},
+    {Tok::Div, Op::Div, 6},
+    {Tok::Mod, Op::Mod, 6},
 }};
 
 const BinaryInfo* binaryInfo(Tok t) {
@@ -83,18 +99,26 @@ const BinaryInfo* binaryInfo(Tok t) {
 
 Kind resultKind(Op op) {
   switch (op) {
-    case Op::Or: case Op::And: case Op::Eq: case Op::Ne:
-    case Op::Lt: case Op::Le: case Op::Gt: case Op::Ge:
-      return Kind::Boolean;
-    case Op::Add: case Op::Sub: case Op::Mul: case Op::Div: case Op::Mod: case Op::Neg:
-    case Op::Number:
-      return Kind::Number;
-    case Op::Union: case Op::Filter: case Op::Path:
-      return Kind::NodeSet;
-    case Op::Literal:
-      return Kind::String;
-    default:
-      return Kind::Any;
+    case Op::Or:
+    case Op::And:
+    case Op::Eq:
+    case Op::Ne:
+    case Op::Lt:
+    case Op::Le:
+    case Op::Gt:
+    case Op::Ge: return Kind::Boolean;
+    case Op::Add:
+    case Op::Sub:
+    case Op::Mul:
+    case Op::Div:
+    case Op::Mod:
+    case Op::Neg:
+    case Op::Number: return Kind::Number;
+    case Op::Union:
+    case Op::Filter:
+    case Op::Path: return Kind::NodeSet;
+    case Op::Literal: return Kind::String;
+    default: return Kind::Any;
   }
 }
 
@@ -126,7 +150,7 @@ void fuseDescendantSteps(std::vector<Step>& steps) {
 }
 
 class Parser {
-public:
+ public:
   Parser(std::vector<Token> tokens, std::string& error) : t_(std::move(tokens)), error_(error) {}
 
   ExprPtr parseAll() {
@@ -135,11 +159,9 @@ public:
     return e;
   }
 
-private:
+ private:
   const Token& cur() const { return t_[pos_]; }
-  Tok peek(std::size_t ahead = 0) const {
-    return pos_ + ahead < t_.size() ? t_[pos_ + ahead].kind : Tok::End;
-  }
+  Tok peek(std::size_t ahead = 0) const { return pos_ + ahead < t_.size() ? t_[pos_ + ahead].kind : Tok::End; }
   bool accept(Tok k) {
     if (peek() != k) return false;
     ++pos_;
@@ -220,12 +242,11 @@ private:
   }
 
   static bool startsPrimary(Tok t) {
-    return t == Tok::Variable || t == Tok::LParen || t == Tok::Literal || t == Tok::Number ||
-           t == Tok::FunctionName;
+    return t == Tok::Variable || t == Tok::LParen || t == Tok::Literal || t == Tok::Number || t == Tok::FunctionName;
   }
   static bool startsStep(Tok t) {
-    return t == Tok::NameTest || t == Tok::NodeType || t == Tok::AxisName || t == Tok::At ||
-           t == Tok::Dot || t == Tok::DotDot;
+    return t == Tok::NameTest || t == Tok::NodeType || t == Tok::AxisName || t == Tok::At || t == Tok::Dot ||
+           t == Tok::DotDot;
   }
 
   ExprPtr pathExpr() {
@@ -276,16 +297,15 @@ private:
         if (!e || !expect(Tok::RParen, "')'")) return nullptr;
         return e;
       }
-      default:
-        return call();
+      default: return call();
     }
   }
 
   ExprPtr call() {
     std::string_view name = cur().text;
     ++pos_;
-    auto info = std::find_if(kFunctions.begin(), kFunctions.end(),
-                             [&](const FunctionInfo& f) { return f.name == name; });
+    auto info =
+        std::find_if(kFunctions.begin(), kFunctions.end(), [&](const FunctionInfo& f) { return f.name == name; });
     if (info == kFunctions.end()) return fail("unknown function '" + std::string(name) + "'");
     auto e = std::make_unique<Expr>(Op::Call);
     e->fn = info->fn;
@@ -389,8 +409,10 @@ private:
       return false;
     }
     ++pos_;
-    s.test = t.text == "node" ? Test::Node : t.text == "text" ? Test::Text
-           : t.text == "comment" ? Test::Comment : Test::Pi;
+    s.test = t.text == "node"      ? Test::Node
+             : t.text == "text"    ? Test::Text
+             : t.text == "comment" ? Test::Comment
+                                   : Test::Pi;
     if (!expect(Tok::LParen, "'('")) return false;
     if (s.test == Test::Pi && peek() == Tok::Literal) ++pos_;
     return expect(Tok::RParen, "')'");

@@ -35,7 +35,7 @@ struct Node {
 using NodeSet = std::vector<Node>;  // always in document order, no duplicates
 
 class Value {
-public:
+ public:
   enum class Type { NodeSet, Boolean, Number, String };
 
   Value() : type_(Type::Boolean) {}
@@ -53,7 +53,7 @@ public:
   double toNumber() const;
   std::string toString() const;
 
-private:
+ private:
   Type type_;
   bool boolean_ = false;
   double number_ = 0;
@@ -67,10 +67,12 @@ struct Limits {
   std::size_t maxNodeSetSize = std::size_t{1} << 24;
 };
 
-namespace detail { struct Expr; }
+namespace detail {
+struct Expr;
+}
 
 class Expression {
-public:
+ public:
   // A compiled expression, or std::nullopt (with a message in *error) on a syntax
   // error, an unknown function, a wrong argument count or nesting beyond the limit.
   static std::optional<Expression> compile(std::string_view text, std::string* error = nullptr);
@@ -82,7 +84,7 @@ public:
   Expression& operator=(Expression&&) noexcept;
   ~Expression();
 
-private:
+ private:
   explicit Expression(std::unique_ptr<detail::Expr> root);
   std::unique_ptr<detail::Expr> root_;
 };

@@ -20,8 +20,8 @@ std::string makeDocument() {
   for (int s = 0; s < 1350; ++s) {
     xml += "<section name=\"s" + std::to_string(s) + "\" id=\"id" + std::to_string(s * 7) + "\">";
     for (int i = 0; i < 120; ++i) {
-      xml += "<item key=\"k" + std::to_string(i) + "\" type=\"" + (i % 3 ? "int" : "string") +
-             "\" enabled=\"" + (i % 5 ? "true" : "false") + "\">value " + std::to_string(s * 1000 + i) + "</item>";
+      xml += "<item key=\"k" + std::to_string(i) + "\" type=\"" + (i % 3 ? "int" : "string") + "\" enabled=\"" +
+             (i % 5 ? "true" : "false") + "\">value " + std::to_string(s * 1000 + i) + "</item>";
     }
     if (s % 100 == 99) xml += "<setting name=\"limit\">" + std::to_string(s) + "</setting>";
     xml += "</section>";
@@ -99,7 +99,9 @@ int main() {
     return 2;
   }
 
-  struct Totals { double ours = 0, theirs = 0; };
+  struct Totals {
+    double ours = 0, theirs = 0;
+  };
   std::map<std::string, Totals> byKind;
   bool same = true;
   for (const Query& q : kQueries) {

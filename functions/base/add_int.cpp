@@ -12,8 +12,8 @@ void FunctionAddInt::execute() {
   const std::wstring value = expand(value_);
   engine::log(L"AddInt value '%s' to the variable %s", value.c_str(), var_.c_str());
   // 32-bit addition that wraps around, as the scripts' counters always have.
-  const uint32_t sum = static_cast<uint32_t>(engine::toInt(variables().get(var_))) +
-                       static_cast<uint32_t>(engine::toInt(value));
+  const uint32_t sum =
+      static_cast<uint32_t>(engine::toInt(variables().get(var_))) + static_cast<uint32_t>(engine::toInt(value));
   variables().set(var_, std::to_wstring(static_cast<int32_t>(sum)));
 }
 

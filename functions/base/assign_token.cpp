@@ -15,8 +15,8 @@ bool FunctionAssignToken::readAttributes() {
 void FunctionAssignToken::execute() {
   const std::wstring value = expand(value_);
   const int32_t index = engine::toInt(expand(index_));
-  engine::log(L"assignToken value '%s', index %d, regexp %s to the variable %s", value.c_str(), index,
-              pattern_.c_str(), var_.c_str());
+  engine::log(L"assignToken value '%s', index %d, regexp %s to the variable %s", value.c_str(), index, pattern_.c_str(),
+              var_.c_str());
   variables().set(var_, L"");
   const auto groups = regex_->match(value);
   if (!groups || index < 0 || static_cast<size_t>(index) >= groups->size()) {

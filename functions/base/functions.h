@@ -18,6 +18,7 @@ class FunctionExit : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   int32_t code_ = 0;
 };
@@ -26,6 +27,7 @@ class FunctionTrace : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring value_;
 };
@@ -34,6 +36,7 @@ class FunctionTraceSetFile : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_;
 };
@@ -42,6 +45,7 @@ class FunctionSleep : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   int32_t milliseconds_ = 0;
 };
@@ -58,6 +62,7 @@ class FunctionGoTo : public FunctionBase {
   void execute() override {}
   bool readAttributes() override;
   const std::wstring* jumpTarget() const override { return &target_; }
+
  private:
   std::wstring target_;
 };
@@ -67,6 +72,7 @@ class FunctionOnErrorGoTo : public FunctionBase {
   void execute() override;
   bool readAttributes() override;
   const std::wstring* labelReference() const override { return &target_; }
+
  private:
   std::wstring target_;
 };
@@ -75,6 +81,7 @@ class FunctionAssign : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, value_;
 };
@@ -83,6 +90,7 @@ class FunctionAssignToken : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, value_, pattern_, index_;
   std::unique_ptr<engine::Regex> regex_;
@@ -92,6 +100,7 @@ class FunctionAddInt : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, value_;
 };
@@ -100,6 +109,7 @@ class FunctionAddString : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, value_;
 };
@@ -115,6 +125,7 @@ class FunctionStringDelete : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_;
   StringSpan span_;
@@ -124,6 +135,7 @@ class FunctionStringGet : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, value_;
   StringSpan span_;
@@ -133,6 +145,7 @@ class FunctionStringTrim : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring var_, chars_;
 };
@@ -143,6 +156,7 @@ class FunctionTest : public FunctionRetBool {
   enum Type { String = 0, Number = 1 };
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring left_, right_;
   Operator operator_ = Equal;

@@ -11,8 +11,8 @@ bool FunctionStringDelete::readAttributes() {
 }
 
 void FunctionStringDelete::execute() {
-  engine::log(L"StringDelete variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex,
-              span_.maxCount, span_.toAnyChar.c_str());
+  engine::log(L"StringDelete variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex, span_.maxCount,
+              span_.toAnyChar.c_str());
   std::wstring text = variables().get(var_);
   if (deleteSpan(text, span_.fromIndex, span_.maxCount, span_.toAnyChar)) variables().set(var_, std::move(text));
 }

@@ -12,8 +12,8 @@ bool FunctionStringGet::readAttributes() {
 }
 
 void FunctionStringGet::execute() {
-  engine::log(L"StringGet variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex,
-              span_.maxCount, span_.toAnyChar.c_str());
+  engine::log(L"StringGet variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex, span_.maxCount,
+              span_.toAnyChar.c_str());
   variables().set(var_, spanOf(expand(value_), span_.fromIndex, span_.maxCount, span_.toAnyChar));
 }
 

@@ -10,13 +10,20 @@ bool FunctionTest::readAttributes() {
   if (!readText(L"operator", op) || !readText(L"type", type) || !readText(L"left", left_) ||
       !readText(L"right", right_))
     return false;
-  if (op == L"<=") operator_ = LessOrEqual;
-  else if (op == L"==") operator_ = Equal;
-  else if (op == L"<") operator_ = Less;
-  else return false;
-  if (type == L"string") type_ = String;
-  else if (type == L"number") type_ = Number;
-  else return false;
+  if (op == L"<=")
+    operator_ = LessOrEqual;
+  else if (op == L"==")
+    operator_ = Equal;
+  else if (op == L"<")
+    operator_ = Less;
+  else
+    return false;
+  if (type == L"string")
+    type_ = String;
+  else if (type == L"number")
+    type_ = Number;
+  else
+    return false;
   return true;
 }
 

@@ -18,6 +18,7 @@ using engine::FunctionRetError;
 class PathQuery : public FunctionRetBool {
  public:
   bool readAttributes() override;
+
  protected:
   std::wstring path_;
 };
@@ -41,6 +42,7 @@ class FunctionDirCreate : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_;
 };
@@ -49,6 +51,7 @@ class FunctionDirCreate : public FunctionRetError {
 class CopyFunction : public FunctionRetError {
  public:
   bool readAttributes() override;
+
  protected:
   std::wstring src_, dest_;
   bool failIfExists_ = true;
@@ -58,6 +61,7 @@ class FunctionFileCopySingle : public CopyFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   bool diffLWTOnly_ = false;
 };
@@ -67,6 +71,7 @@ class FunctionFileMoveSingle : public CopyFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   bool afterReboot_ = false;
 };
@@ -75,6 +80,7 @@ class FunctionDirCopyRecursive : public CopyFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   bool ignoreErrors_ = false;
   bool diffLWTOnly_ = false;
@@ -85,6 +91,7 @@ class FunctionFileCopyPattern : public CopyFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   bool ignoreErrors_ = false;
   bool diffLWTOnly_ = false;
@@ -94,6 +101,7 @@ class FunctionFileCopyPattern : public CopyFunction {
 class DeleteFunction : public FunctionRetError {
  public:
   bool readAttributes() override;
+
  protected:
   std::wstring path_;
   bool ignoreErrors_ = false;
@@ -117,6 +125,7 @@ class FunctionFileFind : public FunctionRetError {
   explicit FunctionFileFind(bool directories) : directories_(directories) {}
   void execute() override;
   bool readAttributes() override;
+
  private:
   bool directories_;
   std::wstring root_, pattern_, var_, delim_;
@@ -128,8 +137,10 @@ class FunctionFileFind : public FunctionRetError {
 class TextFileFunction : public FunctionRetBool {
  public:
   bool getResult() const override { return result_; }
+
  protected:
   void end(const wchar_t* prefix, bool result);
+
  private:
   bool result_ = false;
 };
@@ -138,6 +149,7 @@ class FunctionFileOpenOrCreate : public TextFileFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_, handle_;
   bool append_ = false;
@@ -147,6 +159,7 @@ class FunctionFileWrite : public TextFileFunction {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, string_;
 };
@@ -155,6 +168,7 @@ class FunctionFileClose : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_;
 };

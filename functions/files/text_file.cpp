@@ -18,7 +18,8 @@ bool TextFile::write(std::wstring_view text) {
   if (text.empty()) return true;
   const int size = static_cast<int>(text.size());
   // Lone surrogates have no UTF-8 form: refuse them instead of writing U+FFFD.
-  const int needed = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(), size, nullptr, 0, nullptr, nullptr);
+  const int needed =
+      WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(), size, nullptr, 0, nullptr, nullptr);
   if (needed <= 0) {
     failed_ = true;
     return false;

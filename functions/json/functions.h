@@ -40,8 +40,8 @@ class FunctionJsonManipulator : public engine::FunctionRetBool {
   // For the array edits: the array under `handle` and the index, which must be
   // below the length, or up to it when `endAllowed` (an append). Logs the
   // failure with this function's tag.
-  picojson::array* arrayForEdit(const std::wstring& handle, const std::wstring& indexText,
-                                bool endAllowed, size_t& index) const;
+  picojson::array* arrayForEdit(const std::wstring& handle, const std::wstring& indexText, bool endAllowed,
+                                size_t& index) const;
 
   // The value of an insert function, logging why it cannot be made.
   bool convertScalar(const ScalarSource& source, const std::wstring& expanded, picojson::value& out) const;
@@ -68,6 +68,7 @@ class FunctionJsonOpen : public engine::FunctionRetBool {
   void execute() override;
   bool readAttributes() override;
   bool getResult() const override { return result_; }
+
  private:
   std::wstring path_, handle_;
   bool result_ = false;
@@ -78,6 +79,7 @@ class FunctionJsonClose : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_;
 };
@@ -86,6 +88,7 @@ class FunctionJsonSave : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_, handle_;
 };
@@ -94,6 +97,7 @@ class FunctionJsonGetTypeFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, var_;
 };
@@ -102,6 +106,7 @@ class FunctionJsonGetTypeFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, index_, var_;
 };
@@ -110,6 +115,7 @@ class FunctionJsonGetScalarFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, var_;
 };
@@ -118,6 +124,7 @@ class FunctionJsonGetArrayFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring objectHandle_, arrayHandle_, xpath_;
 };
@@ -126,6 +133,7 @@ class FunctionJsonGetScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, index_, var_;
 };
@@ -134,6 +142,7 @@ class FunctionJsonGetNonScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring arrayHandle_, nonScalarHandle_, index_;
 };
@@ -142,6 +151,7 @@ class FunctionJsonGetArrayLength : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, var_;
 };
@@ -150,6 +160,7 @@ class FunctionJsonInsertScalarIntoObject : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, name_;
   helpers::ScalarSource value_;
@@ -159,6 +170,7 @@ class FunctionJsonInsertScalarIntoArray : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, index_;
   helpers::ScalarSource value_;
@@ -168,6 +180,7 @@ class FunctionJsonInsertEmptyNonScalarIntoObject : public FunctionJsonManipulato
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, name_, type_;
 };
@@ -176,6 +189,7 @@ class FunctionJsonInsertEmptyNonScalarIntoArray : public FunctionJsonManipulator
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, index_, type_;
 };
@@ -184,6 +198,7 @@ class FunctionJsonRemoveFieldFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, name_;
 };
@@ -193,6 +208,7 @@ class FunctionJsonRemoveFieldFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, index_;
 };

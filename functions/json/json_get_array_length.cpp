@@ -2,9 +2,7 @@
 
 namespace api::json {
 
-bool FunctionJsonGetArrayLength::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"var", var_);
-}
+bool FunctionJsonGetArrayLength::readAttributes() { return readText(L"handle", handle_) && readText(L"var", var_); }
 
 void FunctionJsonGetArrayLength::execute() {
   engine::log(L"jsonGetArrayLength for array %s into var %s", handle_.c_str(), var_.c_str());

@@ -9,8 +9,8 @@ bool FunctionJsonGetNonScalarFromArray::readAttributes() {
 
 void FunctionJsonGetNonScalarFromArray::execute() {
   const std::wstring indexText = expand(index_);
-  engine::log(L"jsonGetNonScalarFromArray %s from parent %s index %s", nonScalarHandle_.c_str(),
-              arrayHandle_.c_str(), indexText.c_str());
+  engine::log(L"jsonGetNonScalarFromArray %s from parent %s index %s", nonScalarHandle_.c_str(), arrayHandle_.c_str(),
+              indexText.c_str());
   int index = 0;
   const std::optional<helpers::JsonLocation> element = elementByIndex(arrayHandle_, indexText, &index);
   if (!element) return end(false);

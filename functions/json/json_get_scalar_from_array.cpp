@@ -13,8 +13,7 @@ void FunctionJsonGetScalarFromArray::execute() {
   const std::optional<helpers::JsonLocation> element = elementByIndex(handle_, indexText, &index);
   if (!element) return end(false);
   if (!helpers::isScalar(*element->value)) {
-    engine::log(L"jsonGetScalarFromArray index %d in array %s does not contain a scalar", index,
-                handle_.c_str());
+    engine::log(L"jsonGetScalarFromArray index %d in array %s does not contain a scalar", index, handle_.c_str());
     return end(false);
   }
   variables().set(var_, helpers::scalarText(*element->value));

@@ -8,8 +8,7 @@ bool FunctionJsonGetScalarFromObject::readAttributes() {
 
 void FunctionJsonGetScalarFromObject::execute() {
   const std::wstring xpath = expand(xpath_);
-  engine::log(L"jsonGetScalarFromObject %s from handle %s and path %s", var_.c_str(), handle_.c_str(),
-              xpath.c_str());
+  engine::log(L"jsonGetScalarFromObject %s from handle %s and path %s", var_.c_str(), handle_.c_str(), xpath.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
     engine::log(L"jsonGetScalarFromObject handle %s does not refer to a JSON object.", handle_.c_str());

@@ -8,8 +8,8 @@ bool FunctionJsonGetTypeFromArray::readAttributes() {
 
 void FunctionJsonGetTypeFromArray::execute() {
   const std::wstring index = expand(index_);
-  engine::log(L"jsonGetTypeFromArray for handle %s index %s into variable %s", handle_.c_str(),
-              index.c_str(), var_.c_str());
+  engine::log(L"jsonGetTypeFromArray for handle %s index %s into variable %s", handle_.c_str(), index.c_str(),
+              var_.c_str());
   const std::optional<helpers::JsonLocation> element = elementByIndex(handle_, index);
   if (!element) return end(false);
   variables().set(var_, helpers::typeName(*element->value));

@@ -9,8 +9,8 @@ bool FunctionJsonGetTypeFromObject::readAttributes() {
 // The handle's own value must be an object, even for an empty path.
 void FunctionJsonGetTypeFromObject::execute() {
   const std::wstring xpath = expand(xpath_);
-  engine::log(L"jsonGetTypeFromObject for handle %s with xpath %s into var %s", handle_.c_str(),
-              xpath.c_str(), var_.c_str());
+  engine::log(L"jsonGetTypeFromObject for handle %s with xpath %s into var %s", handle_.c_str(), xpath.c_str(),
+              var_.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
     engine::log(L"jsonGetTypeFromObject handle %s does not refer to a JSON object", handle_.c_str());

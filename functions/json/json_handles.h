@@ -30,8 +30,7 @@ struct JsonStep {
 class JsonDocument final : public engine::HandleObject {
  public:
   static constexpr engine::HandleKind kind = engine::HandleKind::JsonDocument;
-  explicit JsonDocument(picojson::value value)
-      : root(std::make_shared<picojson::value>(std::move(value))) {}
+  explicit JsonDocument(picojson::value value) : root(std::make_shared<picojson::value>(std::move(value))) {}
   std::shared_ptr<picojson::value> root;
 };
 

@@ -15,8 +15,7 @@ void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
               name_.c_str());
   picojson::value* object = helpers::findJsonOf<picojson::object>(handles(), handle_);
   if (!object) {
-    engine::log(L"jsonInsertEmptyNonScalarIntoObject handle %s does not refer to a JSON object",
-                handle_.c_str());
+    engine::log(L"jsonInsertEmptyNonScalarIntoObject handle %s does not refer to a JSON object", handle_.c_str());
     return end(false);
   }
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);

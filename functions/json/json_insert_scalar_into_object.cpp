@@ -14,8 +14,8 @@ bool FunctionJsonInsertScalarIntoObject::readAttributes() {
 // Sets the member, replacing any earlier value of that name whatever its type.
 void FunctionJsonInsertScalarIntoObject::execute() {
   const std::wstring xpath = expand(xpath_), text = expand(value_.text());
-  engine::log(L"jsonInsertScalarIntoObject %s at %s with name %s and value %s", handle_.c_str(),
-              xpath.c_str(), name_.c_str(), text.c_str());
+  engine::log(L"jsonInsertScalarIntoObject %s at %s with name %s and value %s", handle_.c_str(), xpath.c_str(),
+              name_.c_str(), text.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
     engine::log(L"jsonInsertScalarIntoObject handle %s does not refer to a JSON object", handle_.c_str());

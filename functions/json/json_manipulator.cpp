@@ -34,8 +34,7 @@ std::optional<JsonLocation> FunctionJsonManipulator::findObject(const std::wstri
 }
 
 std::optional<JsonLocation> FunctionJsonManipulator::elementByIndex(const std::wstring& handle,
-                                                                    const std::wstring& indexText,
-                                                                    int* index) const {
+                                                                    const std::wstring& indexText, int* index) const {
   std::optional<JsonLocation> found = findJson(handles(), handle);
   if (!found || !found->value->is<picojson::array>()) {
     engine::log(L"Handle %s does not refer to a JSON array", handle.c_str());
@@ -57,9 +56,8 @@ std::optional<JsonLocation> FunctionJsonManipulator::elementByIndex(const std::w
   return found;
 }
 
-picojson::array* FunctionJsonManipulator::arrayForEdit(const std::wstring& handle,
-                                                       const std::wstring& indexText, bool endAllowed,
-                                                       size_t& index) const {
+picojson::array* FunctionJsonManipulator::arrayForEdit(const std::wstring& handle, const std::wstring& indexText,
+                                                       bool endAllowed, size_t& index) const {
   picojson::value* array = findJsonOf<picojson::array>(handles(), handle);
   if (!array) {
     logTagged(L" handle %s does not refer to a JSON array", handle.c_str());

@@ -15,8 +15,7 @@ bool FunctionJsonRemoveFieldFromObject::readAttributes() {
 // Removing a member that is not there still succeeds.
 void FunctionJsonRemoveFieldFromObject::execute() {
   const std::wstring xpath = expand(xpath_);
-  engine::log(L"jsonRemoveFieldFromObject %s at path %s with name %s", handle_.c_str(), xpath.c_str(),
-              name_.c_str());
+  engine::log(L"jsonRemoveFieldFromObject %s at path %s with name %s", handle_.c_str(), xpath.c_str(), name_.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
     engine::log(L"jsonRemoveFieldFromObject handle %s does not refer to a JSON object", handle_.c_str());

@@ -23,8 +23,7 @@ bool isScalar(const picojson::value& value) {
 
 std::wstring scalarText(const picojson::value& value) {
   // to_str() formats numbers exactly as the serializer writes them.
-  return value.is<std::string>() ? wideFromJson(value.get<std::string>())
-                                 : platform::fromUtf8(value.to_str());
+  return value.is<std::string>() ? wideFromJson(value.get<std::string>()) : platform::fromUtf8(value.to_str());
 }
 
 std::wstring wideFromJson(const std::string& text) { return platform::fromUtf8(text.c_str()); }
@@ -53,9 +52,7 @@ void ScalarSource::choose(const std::wstring* stringValue, const std::wstring* n
 
 ScalarSource::Error ScalarSource::convert(const std::wstring& expanded, picojson::value& out) const {
   switch (kind_) {
-    case Kind::String:
-      out = picojson::value(platform::toUtf8(expanded));
-      return Error::None;
+    case Kind::String: out = picojson::value(platform::toUtf8(expanded)); return Error::None;
     case Kind::Number: {
       double number = 0;
       try {
@@ -69,12 +66,14 @@ ScalarSource::Error ScalarSource::convert(const std::wstring& expanded, picojson
       return Error::None;
     }
     case Kind::Boolean:
-      if (expanded == L"true" || expanded == L"1") out = picojson::value(true);
-      else if (expanded == L"false" || expanded == L"0") out = picojson::value(false);
-      else return Error::Boolean;
+      if (expanded == L"true" || expanded == L"1")
+        out = picojson::value(true);
+      else if (expanded == L"false" || expanded == L"0")
+        out = picojson::value(false);
+      else
+        return Error::Boolean;
       return Error::None;
-    case Kind::None:
-      break;
+    case Kind::None: break;
   }
   return Error::Type;
 }

@@ -33,8 +33,7 @@ class ScalarSource {
   enum class Error { None, Number, Boolean, Type };
 
   // stringValue (even empty), else a non-empty numberValue, else a non-empty boolValue.
-  void choose(const std::wstring* stringValue, const std::wstring* numberValue,
-              const std::wstring* boolValue);
+  void choose(const std::wstring* stringValue, const std::wstring* numberValue, const std::wstring* boolValue);
   const std::wstring& text() const { return text_; }
 
   // The value for the expanded text, or the reason it cannot be made.

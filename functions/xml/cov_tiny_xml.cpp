@@ -114,8 +114,7 @@ TiXmlNode* COVTinyXml::findNode(TiXmlNode& context, const std::string* xpath) {
   return xpath::firstNode(*xpath, context);
 }
 
-bool COVTinyXml::setValue(TiXmlNode& context, const std::string& xpath, const std::string& value,
-                          HeldElements& held) {
+bool COVTinyXml::setValue(TiXmlNode& context, const std::string& xpath, const std::string& value, HeldElements& held) {
   if (TiXmlNode* node = findNode(context, &xpath)) {
     if (TiXmlElement* element = node->ToElement()) {
       for (const TiXmlNode* child = element->FirstChild(); child; child = child->NextSibling())

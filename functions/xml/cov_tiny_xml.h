@@ -70,8 +70,7 @@ class COVTinyXml : public engine::HandleObject {
   static TiXmlNode* findNode(TiXmlNode& context, const std::string* xpath);
   // Replaces a node's content with text, or sets an attribute ("path/@name"
   // creates it). False when there is nothing to set.
-  static bool setValue(TiXmlNode& context, const std::string& xpath, const std::string& value,
-                       HeldElements& held);
+  static bool setValue(TiXmlNode& context, const std::string& xpath, const std::string& value, HeldElements& held);
   // The expression's result as XPath's string(); nullopt when it fails.
   static std::optional<std::string> evaluateToString(const TiXmlNode& context, const std::string& xpath);
   // A copy of the root element of an XML text; nullptr when it does not parse.

@@ -15,6 +15,7 @@ class FunctionXmlOpen : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_, handle_;
 };
@@ -24,6 +25,7 @@ class FunctionXmlClose : public FunctionBase {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_;
 };
@@ -32,6 +34,7 @@ class FunctionXmlSave : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring path_, handle_;
 };
@@ -40,6 +43,7 @@ class FunctionXmlAddChild : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring xpath_, handle_, data_, insertBefore_, insertAfter_, cdata_;
 };
@@ -49,6 +53,7 @@ class FunctionXmlRemoveChild : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_;
 };
@@ -57,6 +62,7 @@ class FunctionXmlSetValue : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, value_;
 };
@@ -65,6 +71,7 @@ class FunctionXmlGetValue : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring xpath_, handle_, var_;
 };
@@ -74,6 +81,7 @@ class FunctionXmlGetElement : public FunctionRetError {
  public:
   void execute() override;
   bool readAttributes() override;
+
  private:
   std::wstring handle_, xpath_, destHandle_;
 };

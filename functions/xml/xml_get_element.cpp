@@ -17,8 +17,7 @@ bool FunctionXmlGetElement::readAttributes() {
 void FunctionXmlGetElement::execute() {
   clearResult();
   const std::wstring xpath = expand(xpath_);
-  engine::log(L"xmlGetElement in '%s' at '%s'. destHandle: '%s'", handle_.c_str(), xpath.c_str(),
-              destHandle_.c_str());
+  engine::log(L"xmlGetElement in '%s' at '%s'. destHandle: '%s'", handle_.c_str(), xpath.c_str(), destHandle_.c_str());
   Context context;
   if (const uint32_t error = findContext(handles(), handle_, context)) {
     fail(error);
@@ -26,8 +25,7 @@ void FunctionXmlGetElement::execute() {
     const std::string expression = platform::toUtf8(xpath);
     TiXmlNode* node = COVTinyXml::findNode(*context.element, xpath.empty() ? nullptr : &expression);
     if (TiXmlElement* element = node ? node->ToElement() : nullptr)
-      handles().store(destHandle_, std::make_unique<XmlElementHandle>(*element, *context.held),
-                      XmlElementHandle::kind);
+      handles().store(destHandle_, std::make_unique<XmlElementHandle>(*element, *context.held), XmlElementHandle::kind);
     else
       fail(ERROR_PATH_NOT_FOUND);
   }

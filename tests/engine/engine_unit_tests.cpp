@@ -93,7 +93,8 @@ struct Vector {
 
 std::vector<unsigned char> bytesOf(const char* hex) {
   std::vector<unsigned char> out;
-  for (size_t i = 0; hex[i] && hex[i + 1]; i += 2) out.push_back(static_cast<unsigned char>(std::stoi(std::string(hex + i, 2), nullptr, 16)));
+  for (size_t i = 0; hex[i] && hex[i + 1]; i += 2)
+    out.push_back(static_cast<unsigned char>(std::stoi(std::string(hex + i, 2), nullptr, 16)));
   return out;
 }
 
@@ -155,7 +156,7 @@ TEST(CipherText, HexRoundTripsAndRefusesNonHex) {
   const auto plain = engine::decipherHex(hex);
   ASSERT_TRUE(plain);
   EXPECT_EQ(plain->substr(0, 7), "s3cret!");
-  EXPECT_EQ(plain->at(7), '\0');  // zero padding
+  EXPECT_EQ(plain->at(7), '\0');                          // zero padding
   EXPECT_TRUE(engine::decipherHex(L"0a1B2c3D4e5F6a7b"));  // either case
   EXPECT_FALSE(engine::decipherHex(L"zz"));
   EXPECT_FALSE(engine::decipherHex(L""));

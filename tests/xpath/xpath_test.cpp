@@ -25,10 +25,21 @@ struct Doc {
 
 TEST(XPathNumbers, StringFormIsShortestWithoutExponent) {
   const double inf = std::numeric_limits<double>::infinity();
-  const struct { double in; const char* out; } cases[] = {
-      {0.0, "0"}, {-0.0, "0"}, {1.0, "1"}, {-2.5, "-2.5"}, {0.1 + 0.2, "0.30000000000000004"},
-      {1e21, "1000000000000000000000"}, {1.5e-7, "0.00000015"}, {123456789012.5, "123456789012.5"},
-      {inf, "Infinity"}, {-inf, "-Infinity"}, {std::nan(""), "NaN"},
+  const struct {
+    double in;
+    const char* out;
+  } cases[] = {
+      {0.0, "0"},
+      {-0.0, "0"},
+      {1.0, "1"},
+      {-2.5, "-2.5"},
+      {0.1 + 0.2, "0.30000000000000004"},
+      {1e21, "1000000000000000000000"},
+      {1.5e-7, "0.00000015"},
+      {123456789012.5, "123456789012.5"},
+      {inf, "Infinity"},
+      {-inf, "-Infinity"},
+      {std::nan(""), "NaN"},
   };
   for (const auto& c : cases) EXPECT_EQ(xpath::numberToString(c.in), c.out) << c.in;
   EXPECT_EQ(xpath::numberToString(5e-324), "0." + std::string(323, '0') + "5");
@@ -123,7 +134,9 @@ TEST(XPathDataModel, DetachedSubtreeIsItsOwnTree) {
 }
 
 TEST(XPathStrings, CharactersNotBytesAreCounted) {
-  Doc d("<r>\xF0\x9D\x84\x9E" "\xC3\xA9z</r>");  // U+1D11E, é, z
+  Doc d(
+      "<r>\xF0\x9D\x84\x9E"
+      "\xC3\xA9z</r>");  // U+1D11E, é, z
   EXPECT_EQ(d.eval("string-length()"), "3");
   EXPECT_EQ(d.eval("substring(., 2, 1)"), "\xC3\xA9");
   EXPECT_EQ(d.eval("substring(., 1, 1)"), "\xF0\x9D\x84\x9E");
@@ -137,7 +150,7 @@ TEST(XPathOperations, FirstNodeReturnsTreeNodesOrNothing) {
   EXPECT_EQ(xpath::firstNode("a/text()", root), root.FirstChild()->FirstChild());
   EXPECT_EQ(xpath::firstNode("comment()", root), root.LastChild());
   EXPECT_EQ(xpath::firstNode("/", root), &d.doc);
-  EXPECT_EQ(xpath::firstNode("@k", root), nullptr);      // an attribute is no TiXmlNode
+  EXPECT_EQ(xpath::firstNode("@k", root), nullptr);  // an attribute is no TiXmlNode
   EXPECT_EQ(xpath::firstNode("missing", root), nullptr);
   EXPECT_EQ(xpath::firstNode("1 + 1", root), nullptr);
   EXPECT_EQ(xpath::firstNode("a[", root), nullptr);
@@ -218,7 +231,6 @@ TEST(XPathBounds, DeepDocumentsAndWorkLimits) {
   small.maxNodeVisits = std::size_t{1} << 30;
   small.maxNodeSetSize = 1000;
   EXPECT_FALSE(xpath::Expression::compile("//e")->evaluate(root, small));
-
 }
 
 }  // namespace

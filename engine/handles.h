@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "engine/variable_text.h"
+
 namespace engine {
 
 enum class HandleKind : uint32_t {
@@ -28,7 +30,7 @@ class HandleObject {
 class IndexedCollection final : public HandleObject {
  public:
   static constexpr HandleKind kind = HandleKind::IndexedCollection;
-  std::map<std::wstring, std::wstring> values;
+  std::map<std::wstring, VariableText> values;
 };
 
 class HandleTable {

@@ -7,14 +7,11 @@
 #include <windows.h>
 #include <shlwapi.h>
 
-#include <algorithm>
-#include <cwctype>
+#include <memory>
+#include <optional>
 
-#include "engine/ascii.h"
 #include "engine/handles.h"
-#include "engine/integer.h"
 #include "engine/os_type.h"
-#include "platform/format.h"
 
 namespace engine {
 namespace {
@@ -45,119 +42,104 @@ std::wstring modulePath() {
   return path;
 }
 
+// Looks "%name%" up in the environment; an existing path is given in its long
+// form. Nothing when the environment call fails.
+std::optional<std::wstring> environmentReference(const std::wstring& reference) {
+  std::wstring expanded = withGrowingBuffer(
+      1024, [&](wchar_t* buffer, DWORD size) { return ExpandEnvironmentStringsW(reference.c_str(), buffer, size); });
+  if (expanded.empty()) return std::nullopt;
+  if (expanded.back() == L'\0') expanded.pop_back();
+  if (PathFileExistsW(expanded.c_str())) {
+    std::wstring longForm = withGrowingBuffer(
+        1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(expanded.c_str(), buffer, size); });
+    if (!longForm.empty()) expanded = std::move(longForm);
+  }
+  return expanded;
+}
+
 }  // namespace
 
-std::wstring normaliseIndex(const std::wstring& index) {
-  if (index.empty() || !std::all_of(index.begin(), index.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; }))
-    return index;
-  return platform::format(L"%010d", toInt(index));
-}
+class VariableStore::Source final : public ExpansionSource {
+ public:
+  explicit Source(VariableStore& store) : store_(store) {}
 
-bool VariableStore::splitIndexed(const std::wstring& name, IndexedName& out) {
-  if (name.size() < 4 || name.back() != L']') return false;
-  const size_t open = name.find(L'[', 1);
-  if (open == std::wstring::npos || open + 2 > name.size() - 1) return false;
-  out.base = name.substr(0, open);
-  out.index = normaliseIndex(expand(std::wstring_view(name).substr(open + 1, name.size() - open - 2)));
-  return true;
-}
-
-const std::wstring* VariableStore::find(const std::wstring& name) {
-  IndexedName indexed;
-  if (splitIndexed(name, indexed)) {
-    auto* collection = handles_.findAs<IndexedCollection>(indexed.base);
-    if (!collection) return nullptr;
-    auto it = collection->values.find(indexed.index);
-    return it == collection->values.end() ? nullptr : &it->second;
+  std::optional<std::wstring_view> variable(std::wstring_view name) override {
+    auto it = store_.table_.find(name);
+    if (it == store_.table_.end()) return std::nullopt;
+    return it->second.view();
   }
-  auto it = table_.find(name);
-  return it == table_.end() ? nullptr : &it->second;
+  bool hasCollection(std::wstring_view base) override { return collection(base) != nullptr; }
+  std::optional<std::wstring_view> element(std::wstring_view base, const std::wstring& index) override {
+    IndexedCollection* values = collection(base);
+    if (!values) return std::nullopt;
+    auto it = values->values.find(index);
+    if (it == values->values.end()) return std::nullopt;
+    return it->second.view();
+  }
+  std::wstring random() override { return std::to_wstring(randomNumber()); }
+  std::optional<std::wstring> environment(std::wstring_view reference) override {
+    return environmentReference(std::wstring(reference));
+  }
+
+ private:
+  IndexedCollection* collection(std::wstring_view base) {
+    return store_.handles_.findAs<IndexedCollection>(std::wstring(base));
+  }
+
+  VariableStore& store_;
+};
+
+VariableText* VariableStore::findText(const std::wstring& name) {
+  const auto indexed = splitIndexedName(name);
+  if (!indexed) {
+    auto it = table_.find(name);
+    return it == table_.end() ? nullptr : &it->second;
+  }
+  auto* collection = handles_.findAs<IndexedCollection>(std::wstring(indexed->base));
+  if (!collection) return nullptr;
+  auto it = collection->values.find(normaliseIndex(expand(indexed->index)));
+  return it == collection->values.end() ? nullptr : &it->second;
+}
+
+std::optional<std::wstring_view> VariableStore::find(const std::wstring& name) {
+  const VariableText* text = findText(name);
+  if (!text) return std::nullopt;
+  return text->view();
 }
 
 std::wstring VariableStore::get(const std::wstring& name) {
-  const std::wstring* value = find(name);
-  return value ? *value : std::wstring();
+  const auto value = find(name);
+  return value ? std::wstring(*value) : std::wstring();
 }
 
 void VariableStore::set(const std::wstring& name, std::wstring value) {
-  IndexedName indexed;
-  if (!splitIndexed(name, indexed)) {
-    table_.insert_or_assign(name, std::move(value));
+  const auto indexed = splitIndexedName(name);
+  if (!indexed) {
+    table_.insert_or_assign(name, VariableText(std::move(value)));
     return;
   }
-  auto* collection = handles_.findAs<IndexedCollection>(indexed.base);
+  const std::wstring base(indexed->base);
+  std::wstring index = normaliseIndex(expand(indexed->index));
+  auto* collection = handles_.findAs<IndexedCollection>(base);
   if (!collection) {
     // A handle of another kind under that name is replaced, never reinterpreted.
     auto created = std::make_unique<IndexedCollection>();
     collection = created.get();
-    handles_.store(indexed.base, std::move(created), HandleKind::IndexedCollection);
+    handles_.store(base, std::move(created), HandleKind::IndexedCollection);
   }
-  collection->values.insert_or_assign(indexed.index, std::move(value));
+  collection->values.insert_or_assign(std::move(index), VariableText(std::move(value)));
 }
 
 std::wstring VariableStore::expand(std::wstring_view text) {
-  std::wstring out;
-  size_t pos = 0;
-  while (pos < text.size()) {
-    const size_t open = text.find(L'%', pos);
-    if (open == std::wstring_view::npos) {
-      out.append(text.substr(pos));
-      break;
-    }
-    out.append(text.substr(pos, open - pos));
-    if (open + 1 < text.size() && text[open + 1] == L'%') {
-      out.push_back(L'%');
-      pos = open + 2;
-      continue;
-    }
-    // The closing % is the first one outside square brackets, so an index may
-    // hold references of its own: %list[%i%]%.
-    size_t close = std::wstring_view::npos;
-    int depth = 0;
-    for (size_t i = open + 1; i < text.size(); ++i) {
-      if (text[i] == L'[')
-        ++depth;
-      else if (text[i] == L']')
-        --depth;
-      else if (text[i] == L'%' && depth == 0) {
-        close = i;
-        break;
-      }
-    }
-    if (close == std::wstring_view::npos) {
-      out.push_back(L'%');
-      pos = open + 1;
-      continue;
-    }
-    const std::wstring name(text.substr(open + 1, close - open - 1));
-    if (const std::wstring* value = find(name)) {
-      out.append(*value);
-      pos = close + 1;
-    } else if (equalsIgnoreAsciiCase(name, L"random")) {
-      out.append(std::to_wstring(randomNumber()));
-      pos = close + 1;
-    } else {
-      const std::wstring reference = L"%" + name + L"%";
-      std::wstring expanded = withGrowingBuffer(1024, [&](wchar_t* buffer, DWORD size) {
-        return ExpandEnvironmentStringsW(reference.c_str(), buffer, size);
-      });
-      if (expanded.empty()) {
-        // Copy the text up to the closing %, which may open the next reference.
-        out.append(text.substr(open, close - open));
-        pos = close;
-        continue;
-      }
-      if (expanded.back() == L'\0') expanded.pop_back();
-      if (PathFileExistsW(expanded.c_str())) {
-        std::wstring longForm = withGrowingBuffer(
-            1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(expanded.c_str(), buffer, size); });
-        if (!longForm.empty()) expanded = std::move(longForm);
-      }
-      out.append(expanded);
-      pos = close + 1;
-    }
-  }
-  return out;
+  Source source(*this);
+  return expandReferences(text, source);
+}
+
+std::wstring_view VariableStore::expandView(std::wstring_view text, std::wstring& storage) {
+  if (isSingleReference(text))
+    if (const auto value = find(std::wstring(text.substr(1, text.size() - 2)))) return *value;
+  storage = expand(text);
+  return storage;
 }
 
 void VariableStore::reset() {

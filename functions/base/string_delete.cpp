@@ -13,8 +13,9 @@ bool FunctionStringDelete::readAttributes() {
 void FunctionStringDelete::execute() {
   engine::log(L"StringDelete variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex, span_.maxCount,
               span_.toAnyChar.c_str());
-  std::wstring text = variables().get(var_);
-  if (deleteSpan(text, span_.fromIndex, span_.maxCount, span_.toAnyChar)) variables().set(var_, std::move(text));
+  // In place: taking a loop's item off the front of its list costs the item.
+  if (engine::VariableText* text = variables().findText(var_))
+    deleteSpan(*text, span_.fromIndex, span_.maxCount, span_.toAnyChar);
 }
 
 }  // namespace api::base

@@ -14,7 +14,10 @@ bool FunctionStringGet::readAttributes() {
 void FunctionStringGet::execute() {
   engine::log(L"StringGet variable %s, from %d, maxCount %d or to %s", var_.c_str(), span_.fromIndex, span_.maxCount,
               span_.toAnyChar.c_str());
-  variables().set(var_, spanOf(expand(value_), span_.fromIndex, span_.maxCount, span_.toAnyChar));
+  // A loop's `%forvar%` is read in place, not copied: each item costs only itself.
+  std::wstring expanded;
+  const std::wstring_view text = variables().expandView(value_, expanded);
+  variables().set(var_, spanOf(text, span_.fromIndex, span_.maxCount, span_.toAnyChar));
 }
 
 }  // namespace api::base

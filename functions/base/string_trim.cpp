@@ -10,7 +10,12 @@ bool FunctionStringTrim::readAttributes() {
 
 void FunctionStringTrim::execute() {
   engine::log(L"StringTrim variable %s, with %s", var_.c_str(), chars_.c_str());
-  variables().set(var_, trimChars(variables().get(var_), chars_));
+  engine::VariableText* text = variables().findText(var_);
+  if (!text) {
+    variables().set(var_, L"");  // an unknown variable ends up empty
+    return;
+  }
+  trimChars(*text, chars_);
 }
 
 }  // namespace api::base

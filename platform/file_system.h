@@ -6,42 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/owned.h"
+
 namespace platform {
-
-// Closes a FindFirstFile handle on every path out.
-class FindHandle {
- public:
-  FindHandle() = default;
-  explicit FindHandle(HANDLE handle) : handle_(handle) {}
-  FindHandle(const FindHandle&) = delete;
-  FindHandle& operator=(const FindHandle&) = delete;
-  ~FindHandle() { reset(); }
-  void reset(HANDLE handle = INVALID_HANDLE_VALUE) {
-    if (handle_ != INVALID_HANDLE_VALUE) FindClose(handle_);
-    handle_ = handle;
-  }
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
-};
-
-// Closes a CreateFile handle on every path out.
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE handle) : handle_(handle) {}
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-  ~FileHandle() {
-    if (valid()) CloseHandle(handle_);
-  }
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr; }
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 // The entries matching a FindFirstFileW pattern, one at a time:
 //   for (DirectoryListing list(pattern); list.valid(); list.next()) use(list.entry());
@@ -72,7 +39,7 @@ class DirectoryListing {
   void close() { handle_.reset(); }
 
  private:
-  FindHandle handle_;
+  UniqueFind handle_;
   WIN32_FIND_DATAW entry_{};
   DWORD error_ = 0;
 };

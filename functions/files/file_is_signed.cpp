@@ -46,7 +46,7 @@ struct CatalogAdmin {
 
 // System files are signed through a security catalog holding their hash.
 bool isSignedInCatalog(const std::wstring& path) {
-  platform::FileHandle file(
+  platform::UniqueHandle file(
       CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.valid()) return false;
   DWORD size = 0;

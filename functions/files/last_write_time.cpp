@@ -6,7 +6,7 @@ namespace api::files {
 
 std::optional<FILETIME> lastWriteTime(const std::wstring& path) {
   WIN32_FIND_DATAW data;
-  platform::FindHandle found(FindFirstFileW(path.c_str(), &data));
+  platform::UniqueFind found(FindFirstFileW(path.c_str(), &data));
   if (!found.valid()) return std::nullopt;
   return data.ftLastWriteTime;
 }

@@ -19,7 +19,6 @@ using Presets = std::map<std::wstring, std::wstring>;
 class Engine {
  public:
   explicit Engine(const FunctionRegistry& registry) : registry_(registry) {}
-  ~Engine();
 
   // Root and version checks, variables, trace file, function lists, labels.
   bool prepare(TiXmlDocument& document, const Presets& presets);

@@ -77,6 +77,4 @@ void Engine::reset() {
   setTraceFile(L"");
 }
 
-Engine::~Engine() { head_.reset(); }
-
 }  // namespace engine

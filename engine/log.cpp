@@ -76,6 +76,4 @@ uint32_t setTraceFile(const std::wstring& path) {
   return s.trace ? 0 : platform::lastErrorOr(2);
 }
 
-void flushLog() { std::fflush(stdout); }
-
 }  // namespace engine

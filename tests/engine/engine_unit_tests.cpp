@@ -1,9 +1,9 @@
-// Units of the engine worth testing alone: integer conversion, index
-// normalisation, the registry, the cipher and the command line parser.
+// Units of the engine worth testing alone: integer conversion, variable
+// expansion and index normalisation, the registry, the function list, and the
+// cipher with its hexadecimal form.
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -11,7 +11,6 @@
 #include "engine/cipher_text.h"
 #include "engine/integer.h"
 #include "engine/registry.h"
-#include "engine/startup.h"
 #include "engine/variables.h"
 #include "functions/families.h"
 
@@ -129,7 +128,9 @@ TEST(Blowfish, BuffersPadWithZerosAndRoundTripInPlace) {
     for (size_t i = 0; i < length; ++i) text[i] = static_cast<unsigned char>('a' + i);
     const std::vector<unsigned char> plain = text;
     EXPECT_EQ(cipher.encrypt(text.data(), text.data(), length), text.size());
-    if (length) EXPECT_NE(text, plain);
+    if (length) {
+      EXPECT_NE(text, plain);
+    }
     cipher.decrypt(text.data(), text.data(), text.size());
     EXPECT_EQ(text, plain) << length;
   }
@@ -144,6 +145,21 @@ TEST(Blowfish, ProgramKeyIgnoresTheLengthArgument) {
   b.encryptBlock(lb, rb);
   EXPECT_EQ(la, lb);
   EXPECT_EQ(ra, rb);
+}
+
+// A copy keeps its own key schedule: re-keying the original leaves it alone.
+TEST(Blowfish, CopiesAreIndependent) {
+  uint32_t expectedLeft = 1, expectedRight = 2;
+  engine::class_blowfish original;
+  original.initialize(engine::class_blowfish::kProgramKey, 0);
+  original.encryptBlock(expectedLeft, expectedRight);
+  const engine::class_blowfish copy = original;
+  const auto otherKey = bytesOf("0123456789ABCDEF");
+  original.initializeWithLength(otherKey.data(), otherKey.size());
+  uint32_t l = 1, r = 2;
+  copy.encryptBlock(l, r);
+  EXPECT_EQ(l, expectedLeft);
+  EXPECT_EQ(r, expectedRight);
 }
 
 }  // namespace

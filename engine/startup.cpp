@@ -34,6 +34,8 @@ void enablePrivileges() {
   CloseHandle(token);
 }
 
+// The usage texts, and the argument errors, end in "\n" and so leave a blank
+// line: the program's established output, which scripts and log readers match.
 void logUsage(const std::wstring& error, const wchar_t* program) {
   if (!error.empty()) log(L"%s\n", error.c_str());
   log(L"Usage:\n%s [/file | /encfile] <xmlpath> [/debug] [/var key value]*\n", program);
@@ -70,12 +72,15 @@ int encryptInPlace(const std::wstring& path) {
   blowfish.initialize(class_blowfish::kProgramKey, 0);
   blowfish.encrypt(bytes.data(), cipher.data(), bytes.size());
   const uint32_t error = writeWholeFile(path, cipher);
+  // "writting" is the program's established wording, which scripts and log readers match.
   if (error) log(L"Error writting file '%s': %d", path.c_str(), error);
   log(L"End");
   return static_cast<int>(error);
 }
 
 // Loads the script into `document`; returns 0 or the exit code of the failure.
+// The "\n" that ends each load failure's text leaves a blank line after it:
+// the program's established output, which scripts and log readers match.
 int loadScript(const CommandLine& args, TiXmlDocument& document) {
   const std::wstring path = args.scriptPath;
   std::vector<unsigned char> bytes;

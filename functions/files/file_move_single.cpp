@@ -16,6 +16,8 @@ void FunctionFileMoveSingle::execute() {
   clearResult();
   const std::wstring src = expand(src_), dest = expand(dest_);
   const wchar_t* tag = name().c_str();
+  // "After reboot:" without a space is the program's established wording,
+  // which scripts and log readers match.
   engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(), failIfExists_,
               afterReboot_);
   if (!PathFileExistsW(src.c_str())) {

@@ -15,6 +15,8 @@ bool FunctionXmlSave::readAttributes() {
 void FunctionXmlSave::execute() {
   clearResult();
   const std::wstring path = expand(path_);
+  // No space in "'.handle:": the program's established wording, which
+  // scripts and log readers match.
   engine::log(L"xmlSave in '%s'.handle: %s", path.c_str(), handle_.c_str());
   COVTinyXml* document = handles().findAs<COVTinyXml>(handle_);
   if (!document)

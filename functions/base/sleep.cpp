@@ -1,7 +1,6 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/base/functions.h"
+#include "platform/clock.h"
 
 namespace api::base {
 
@@ -9,7 +8,7 @@ bool FunctionSleep::readAttributes() { return readInt(L"milisec", milliseconds_)
 
 void FunctionSleep::execute() {
   engine::log(L"Sleep function called with exitcode %d", milliseconds_);
-  Sleep(static_cast<DWORD>(milliseconds_));
+  platform::sleep(static_cast<uint32_t>(milliseconds_));
 }
 
 }  // namespace api::base

@@ -9,9 +9,8 @@ void FunctionDirDeleteRecursive::execute() {
   const std::wstring path = expand(path_);
   engine::log(L"dirDeleteRec from '%s'. SkipErrors: %d, afterReboot: %d", path.c_str(), ignoreErrors_,
               afterRebootIfFails_);
-  uint32_t firstError = 0;
-  deleteTree(path, DeleteOptions{ignoreErrors_, renameIfFails_, afterRebootIfFails_}, firstError);
-  if (firstError) fail(firstError);
+  if (const uint32_t error = deleteTree(path, DeleteOptions{ignoreErrors_, renameIfFails_, afterRebootIfFails_}))
+    fail(error);
   logEnd();
 }
 

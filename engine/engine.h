@@ -24,10 +24,14 @@ class Engine {
   bool prepare(TiXmlDocument& document, const Presets& presets);
   // Runs the prepared script to its end.
   void run();
+  // The prepared script's first function (nullptr for an empty script).
+  FunctionBase* first() const { return head_.get(); }
   // One step of the loop: runs `function`, returns what runs next.
   FunctionBase* step(FunctionBase* function);
   // Resets variables, frees leaked handles and the function lists, closes the trace.
   void reset();
+  // The run's variables, for tests that read what a script left.
+  VariableStore& variables() { return runtime_.variables; }
 
  private:
   bool buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head);

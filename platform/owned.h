@@ -50,6 +50,11 @@ struct KernelHandleTraits {
   static void close(Handle h) { CloseHandle(h); }
 };
 using UniqueHandle = Owned<KernelHandleTraits>;
+// Named for what they hold; closed like any kernel handle.
+using UniqueProcess = UniqueHandle;
+using UniqueThread = UniqueHandle;
+using UniqueToken = UniqueHandle;
+using UniqueSnapshot = UniqueHandle;
 
 struct FindHandleTraits {
   using Handle = HANDLE;
@@ -83,5 +88,15 @@ struct ModuleTraits {
   static void close(Handle h) { FreeLibrary(h); }
 };
 using UniqueModule = Owned<ModuleTraits>;
+
+// A catalog administrator context (HCATADMIN, a HANDLE); released in
+// signature.cpp, so this header needs no catalog headers.
+struct CatalogAdminTraits {
+  using Handle = HANDLE;
+  static Handle none() { return nullptr; }
+  static bool valid(Handle h) { return h != nullptr; }
+  static void close(Handle h);
+};
+using UniqueCatalogAdmin = Owned<CatalogAdminTraits>;
 
 }  // namespace platform

@@ -3,7 +3,6 @@
 #include "engine/log.h"
 #include "functions/xml/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
-#include "platform/error_text.h"
 
 namespace api::xml {
 
@@ -22,7 +21,7 @@ void FunctionXmlSave::execute() {
   if (!document)
     fail(ERROR_INVALID_HANDLE);
   else if (!document->save(path.empty() ? nullptr : path.c_str()))
-    fail(platform::lastErrorOr(ERROR_WRITE_FAULT));
+    fail(document->saveError());
   logEnd();
 }
 

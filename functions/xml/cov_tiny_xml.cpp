@@ -1,5 +1,6 @@
 #include "functions/xml/cov_tiny_xml.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "functions/xml/detail/document_text.h"
@@ -30,6 +31,33 @@ const TiXmlNode* nextBelow(const TiXmlNode* node, const TiXmlNode& top) {
     node = node->Parent();
   }
   return nullptr;
+}
+
+// Elements from `node` up to the document, `node` included.
+int elementDepth(const TiXmlNode& node) {
+  int depth = 0;
+  for (const TiXmlNode* n = &node; n; n = n->Parent())
+    if (n->ToElement()) ++depth;
+  return depth;
+}
+
+// Levels of elements in `top`'s subtree, `top` included, without recursion.
+int elementHeight(const TiXmlElement& top) {
+  int depth = 1, height = 1;
+  const TiXmlElement* element = &top;
+  for (;;) {
+    if (const TiXmlElement* child = element->FirstChildElement()) {
+      element = child;
+      height = std::max(height, ++depth);
+      continue;
+    }
+    while (element != &top && !element->NextSiblingElement()) {
+      element = element->Parent()->ToElement();
+      --depth;
+    }
+    if (element == &top) return height;
+    element = element->NextSiblingElement();
+  }
 }
 
 // "path/@name" split at its last slash; false for any other form.
@@ -145,6 +173,10 @@ std::unique_ptr<TiXmlElement> COVTinyXml::parseFragment(const std::string& text)
   fragment.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
   if (fragment.Error() || !fragment.RootElement()) return nullptr;
   return std::unique_ptr<TiXmlElement>(fragment.RootElement()->Clone()->ToElement());
+}
+
+bool COVTinyXml::fitsBelow(const TiXmlElement& parent, const TiXmlElement& child) {
+  return elementDepth(parent) + elementHeight(child) <= TIXML_MAX_DEPTH;
 }
 
 }  // namespace api::xml

@@ -79,6 +79,9 @@ class COVTinyXml : public engine::HandleObject {
   static std::optional<std::string> evaluateToString(const TiXmlNode& context, const std::string& xpath);
   // A copy of the root element of an XML text; nullptr when it does not parse.
   static std::unique_ptr<TiXmlElement> parseFragment(const std::string& text);
+  // Whether `child` can go below `parent` without nesting elements deeper than
+  // a parsed document may (TIXML_MAX_DEPTH), which bounds every walk over it.
+  static bool fitsBelow(const TiXmlElement& parent, const TiXmlElement& child);
 
  private:
   TiXmlDocument document_;

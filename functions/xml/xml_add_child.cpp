@@ -39,6 +39,7 @@ uint32_t addChild(engine::HandleTable& handles, const std::wstring& handle, cons
   TiXmlNode* found = COVTinyXml::findNode(*context.element, &parentPath);
   TiXmlElement* parent = found ? found->ToElement() : nullptr;
   if (!parent) return ERROR_PATH_NOT_FOUND;
+  if (!COVTinyXml::fitsBelow(*parent, *child)) return ERROR_INVALID_DATA;
   if (TiXmlNode* next = siblingIn(*parent, *context.element, before))
     parent->InsertBeforeChild(next, *child);
   else if (TiXmlNode* previous = siblingIn(*parent, *context.element, after))

@@ -6,10 +6,16 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
+
 namespace api::xml {
 namespace {
 
-void indent(std::string& out, int depth) { out.append(4 * static_cast<size_t>(depth), ' '); }
+// Deeper levels are indented as much as this one, so the text of a deeply
+// nested document stays within a small multiple of the document's own size.
+constexpr int kMaxIndentDepth = 10;
+
+void indent(std::string& out, int depth) { out.append(4 * static_cast<size_t>(std::min(depth, kMaxIndentDepth)), ' '); }
 
 void print(const TiXmlNode& node, int depth, std::string& out);
 

@@ -1,6 +1,7 @@
 #pragma once
 // A document as the bytes xmlSave writes: TinyXML's file printer's layout
-// (4-space indentation, `<a />`, text inline), each line end as CR LF.
+// (4 spaces per level, up to 10 levels; `<a />`; text inline), each line end
+// as CR LF.
 #include <string>
 
 class TiXmlDocument;

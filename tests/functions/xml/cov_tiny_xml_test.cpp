@@ -53,6 +53,23 @@ TEST(COVTinyXml, SavesWhatTinyXmlSaves) {
   }
 }
 
+// Past ten levels every element is indented as the tenth, so a deep document's
+// saved text grows with its size, not with the square of its depth.
+TEST(COVTinyXml, IndentationStopsGrowingAfterTenLevels) {
+  std::string text;
+  for (int level = 0; level < 12; ++level) text += "<e" + std::to_string(level) + ">";
+  for (int level = 12; level-- > 0;) text += "</e" + std::to_string(level) + ">";
+  writeBytes("deep.xml", text);
+  COVTinyXml document;
+  ASSERT_TRUE(document.load(L"deep.xml"));
+  ASSERT_TRUE(document.save(L"deep-saved.xml"));
+  const std::string saved = readBytes("deep-saved.xml");
+  EXPECT_NE(saved.find("\r\n" + std::string(36, ' ') + "<e9>"), std::string::npos);
+  EXPECT_NE(saved.find("\r\n" + std::string(40, ' ') + "<e10>"), std::string::npos);
+  EXPECT_NE(saved.find("\r\n" + std::string(40, ' ') + "<e11 />"), std::string::npos);
+  EXPECT_NE(saved.find("\r\n" + std::string(40, ' ') + "</e10>"), std::string::npos);
+}
+
 TEST(COVTinyXml, ParseFragmentCopiesTheRootElementOnly) {
   auto element = COVTinyXml::parseFragment("<a x='1'><b/></a><c/>");
   ASSERT_TRUE(element);

@@ -1,6 +1,7 @@
 #include "engine/startup.h"
 
 #include <cwchar>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "engine/log.h"
 #include "engine/script_file.h"
 #include "platform/environment.h"
+#include "platform/output.h"
 #include "platform/output_file.h"
 #include "platform/privileges.h"
 #include "platform/read_file.h"
@@ -148,7 +150,9 @@ bool checkScriptPath(const std::wstring& path, const std::wstring& program, std:
   return true;
 }
 
-int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
+namespace {
+
+int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   enablePrivileges();
   log(L"Started");
   CommandLine args;
@@ -187,6 +191,19 @@ int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   }
   engine.reset();
   return result;
+}
+
+}  // namespace
+
+int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
+  try {
+    return runUnguarded(argc, argv, registry);
+  } catch (const std::bad_alloc&) {
+    // Unwinding has freed what the run held, so the line can still be written.
+    log(L"The run ran out of memory");
+    platform::flushOutput();
+    return kOutOfMemoryExitCode;
+  }
 }
 
 }  // namespace engine

@@ -23,6 +23,9 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
 // must lie under the program's own directory.
 bool checkScriptPath(const std::wstring& path, const std::wstring& programPath, std::wstring& error);
 
+// Exit code of a run that ran out of memory (ERROR_OUTOFMEMORY).
+constexpr int kOutOfMemoryExitCode = 14;
+
 // Returns the process exit code.
 int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry);
 

@@ -6,6 +6,8 @@ namespace platform {
 
 // Milliseconds since the system started (wraps after 49.7 days).
 uint32_t tickCount();
+// The system's infinite wait (INFINITE).
+constexpr uint32_t kWaitForever = 0xFFFFFFFF;
 void sleep(uint32_t milliseconds);
 
 // A number for %random%: a cryptographic random value plus the tick count and

@@ -2,6 +2,9 @@
 
 #include <tinyxml.h>
 
+#include <cstring>
+
+#include "engine/blowfish.h"
 #include "platform/text.h"
 
 namespace engine {
@@ -30,6 +33,21 @@ std::string scriptTextToUtf8(const char* bytes, size_t length) {
   const std::string_view text(bytes, length);
   if (platform::isValidUtf8(text)) return std::string(text);
   return platform::toUtf8(platform::fromAnsi(text));
+}
+
+size_t decryptScript(std::vector<unsigned char>& bytes) {
+  if (bytes.empty()) return 0;
+  bytes.resize(class_blowfish::paddedLength(bytes.size()));
+  class_blowfish blowfish;
+  blowfish.initialize(class_blowfish::kProgramKey, 0);
+  blowfish.decrypt(bytes.data(), bytes.data(), bytes.size());
+  // Text ends at the zero padding; UTF-16 text keeps its own zero bytes.
+  const bool utf16 =
+      bytes.size() >= 2 && ((bytes[0] == 0xFF && bytes[1] == 0xFE) || (bytes[0] == 0xFE && bytes[1] == 0xFF));
+  if (!utf16) return strnlen(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  size_t length = bytes.size();
+  while (length > 0 && bytes[length - 1] == 0) --length;
+  return (length + 1) / 2 * 2;
 }
 
 bool parseScript(const char* bytes, size_t length, TiXmlDocument& document) {

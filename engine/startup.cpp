@@ -35,15 +35,6 @@ void logUsage(const std::wstring& error, const wchar_t* program) {
   log(L"Usage:\n%s [/file | /encfile] <xmlpath> [/debug] [/var key value]*\n", program);
 }
 
-// Encrypted text ends at the zero padding; UTF-16 text keeps its own zero bytes.
-size_t decryptedTextLength(const std::vector<unsigned char>& text) {
-  const bool utf16 = text.size() >= 2 && ((text[0] == 0xFF && text[1] == 0xFE) || (text[0] == 0xFE && text[1] == 0xFF));
-  if (!utf16) return strnlen(reinterpret_cast<const char*>(text.data()), text.size());
-  size_t length = text.size();
-  while (length > 0 && text[length - 1] == 0) --length;
-  return (length + 1) / 2 * 2;
-}
-
 int encryptInPlace(const std::wstring& path) {
   log(L"Encrypting");
   std::vector<unsigned char> bytes;
@@ -84,12 +75,9 @@ int loadScript(const CommandLine& args, TiXmlDocument& document) {
     log(L"Error reading file '%s': %d", path.c_str(), error);
     return static_cast<int>(error);
   }
-  bytes.resize(class_blowfish::paddedLength(bytes.size()));  // a truncated last block reads as zeros
-  class_blowfish blowfish;
-  blowfish.initialize(class_blowfish::kProgramKey, 0);
-  blowfish.decrypt(bytes.data(), bytes.data(), bytes.size());
+  const size_t length = decryptScript(bytes);
   log(L"Loading decrypted xml");
-  if (!parseScript(reinterpret_cast<const char*>(bytes.data()), decryptedTextLength(bytes), document)) {
+  if (!parseScript(reinterpret_cast<const char*>(bytes.data()), length, document)) {
     log(L"Cannot parse xml file from '%s'\n", path.c_str());
     return -3;
   }

@@ -19,7 +19,7 @@
 #include "engine/engine.h"
 #include "functions/families.h"
 #include "functions/json/functions.h"
-#include "functions/json/json_file.h"
+#include "functions/json/detail/json_file.h"
 #include "platform/read_file.h"
 #include "platform/text.h"
 
@@ -33,7 +33,11 @@ using namespace api::json;
 // Parses `text` into a document under `handle`, as jsonOpen does with a file's text.
 class FunctionJsonFromText final : public engine::FunctionBase {
  public:
-  bool readAttributes() override { return readText(L"handle", handle_) && readText(L"text", text_); }
+  static const engine::Parameters& parameters() {
+    static const engine::Parameters list = {engine::handle<&FunctionJsonFromText::handle_>(L"handle"),
+                                            engine::text<&FunctionJsonFromText::text_>(L"text")};
+    return list;
+  }
   void execute() override {
     picojson::value value;
     helpers::parseDocument(platform::toUtf8(text_), value);
@@ -73,7 +77,7 @@ const Call kCalls[] = {
 engine::FunctionRegistry makeRegistry() {
   engine::FunctionRegistry r;
   api::json::registerFunctions(r);
-  r.registerPlain(L"jsonFromText", engine::create<FunctionJsonFromText>);
+  r.add(engine::tag<FunctionJsonFromText>(L"jsonFromText"));
   return r;
 }
 
@@ -100,7 +104,7 @@ namespace platform {
 bool readTextFile(const std::wstring&, std::string&) { return false; }
 }  // namespace platform
 
-bool api::json::FunctionJsonSave::readAttributes() { return true; }
+const engine::Parameters& api::json::FunctionJsonSave::parameters() { return engine::noParameters(); }
 void api::json::FunctionJsonSave::execute() { setResult(false); }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {

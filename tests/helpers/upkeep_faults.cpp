@@ -62,7 +62,11 @@ unsigned processHandleCount() {
 
 class FunctionHandleCount final : public engine::FunctionBase {
  public:
-  bool readAttributes() override { return readText(L"var", var_, engine::Need::NonEmpty); }
+  static const engine::Parameters& parameters() {
+    static const engine::Parameters list = {
+        engine::variable<&FunctionHandleCount::var_>(L"var", engine::Need::NonEmpty)};
+    return list;
+  }
   void execute() override {
     const unsigned count = processHandleCount();
     engine::log(L"handleCount %u", count);
@@ -100,6 +104,6 @@ int wmain(int argc, wchar_t** argv) {
   }
   rest.insert(rest.end(), argv + i, argv + argc);
   engine::FunctionRegistry registry = api::makeFunctionRegistry();
-  registry.registerPlain(L"handleCount", engine::create<FunctionHandleCount>);
+  registry.add(engine::tag<FunctionHandleCount>(L"handleCount"));
   return engine::runProgram(static_cast<int>(rest.size()), rest.data(), registry);
 }

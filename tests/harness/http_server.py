@@ -36,6 +36,7 @@ def main():
     if len(sys.argv) < 4 or sys.argv[2] != "--":
         sys.exit(__doc__)
     directory = os.path.abspath(sys.argv[1])
+    os.makedirs(directory, exist_ok=True)
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0),
                                              functools.partial(QuietHandler, directory=directory))
     server.daemon_threads = True

@@ -44,7 +44,7 @@ uint32_t stopService(const UniqueServiceHandle& service) {
 uint32_t deleteService(const UniqueServiceHandle& service) { return outcome(DeleteService(service.get())); }
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
-  UniqueServiceHandle created(CreateServiceW(manager.get(), s.name.c_str(), s.displayName.c_str(), 0, s.type,
+  UniqueServiceHandle created(CreateServiceW(manager.get(), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
                                              s.startType, s.errorControl, nullWhenEmpty(s.path),
                                              nullWhenEmpty(s.group), nullptr, nullWhenEmpty(s.dependencies),
                                              nullptr, nullptr));

@@ -23,7 +23,10 @@ uint32_t stopService(const UniqueServiceHandle& service);
 uint32_t deleteService(const UniqueServiceHandle& service);
 
 struct NewService {
-  std::wstring name, displayName;
+  std::wstring name;
+  // Empty: none given, so the system shows the name (an empty display name
+  // would clash with every other service created without one).
+  std::wstring displayName;
   uint32_t type = 0, startType = 0, errorControl = 0;
   std::wstring path, group;  // empty: none
   // Names each ended by a zero character; the string's own terminator is the

@@ -30,8 +30,9 @@ Bash sections get `win` (runs a Windows program in the test prefix),
 `await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
 [none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
 waits until it is ready), `release` (tells it to stop and waits until it has),
-$HELPERS (the helper programs' directory) and $UPKEEP (the interpreter's
-Windows-side path is its Linux path).
+`remove_service NAME...` (stops and deletes services, waiting up to 10 s until
+each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the
+interpreter's Windows-side path is its Linux path).
 
 Any other section name or header line refuses its case, as does a file name
 that is absolute or contains "..": a case keeps everything it writes inside its
@@ -59,6 +60,18 @@ release() {
   touch held.stop
   for _ in $(seq 100); do [ -e held.ready ] || return 0; sleep 0.1; done
   echo "the holder did not stop within 10 s" >&2; return 1
+}
+remove_service() {
+  local name
+  for name; do
+    win sc delete "$name" >/dev/null 2>&1 || true
+    for _ in $(seq 100); do
+      win sc query "$name" >/dev/null 2>&1 || continue 2
+      win sc stop "$name" >/dev/null 2>&1 || true
+      sleep 0.1
+    done
+    echo "service $name still there after 10 s" >&2; return 1
+  done
 }
 set -e
 """

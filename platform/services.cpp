@@ -45,9 +45,8 @@ uint32_t deleteService(const UniqueServiceHandle& service) { return outcome(Dele
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
   UniqueServiceHandle created(CreateServiceW(manager.get(), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
-                                             s.startType, s.errorControl, nullWhenEmpty(s.path),
-                                             nullWhenEmpty(s.group), nullptr, nullWhenEmpty(s.dependencies),
-                                             nullptr, nullptr));
+                                             s.startType, s.errorControl, nullWhenEmpty(s.path), nullWhenEmpty(s.group),
+                                             nullptr, nullWhenEmpty(s.dependencies), nullptr, nullptr));
   return outcome(created.valid());
 }
 

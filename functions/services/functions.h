@@ -34,10 +34,10 @@ class ServiceStateChange : public ServiceFunction {
  public:
   // What the two functions differ in.
   struct Request {
-    uint32_t access;             // the right the request needs, besides querying
-    uint32_t awaitedState;       // SERVICE_RUNNING or SERVICE_STOPPED
-    const wchar_t* already;      // the line when the service is in that state already
-    const wchar_t* refused;      // the line when the request fails
+    uint32_t access;         // the right the request needs, besides querying
+    uint32_t awaitedState;   // SERVICE_RUNNING or SERVICE_STOPPED
+    const wchar_t* already;  // the line when the service is in that state already
+    const wchar_t* refused;  // the line when the request fails
     uint32_t (*send)(const UniqueServiceHandle&);
   };
 

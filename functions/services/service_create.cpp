@@ -35,10 +35,11 @@ void FunctionServiceCreate::execute() {
   service.name = expand(name_);
   service.displayName = expand(displayName_);
   service.path = expand(path_);
-  engine::log(L"serviceCreate function called for '%s'. Display name: '%s', serviceType: %d, startType: %d, "
-              L"errorControl: %d, path: '%s', group: '%s', depends: '%s'",
-              service.name.c_str(), service.displayName.c_str(), type_, startType_, errorControl_,
-              service.path.c_str(), group_.c_str(), dependencies_.c_str());
+  engine::log(
+      L"serviceCreate function called for '%s'. Display name: '%s', serviceType: %d, startType: %d, "
+      L"errorControl: %d, path: '%s', group: '%s', depends: '%s'",
+      service.name.c_str(), service.displayName.c_str(), type_, startType_, errorControl_, service.path.c_str(),
+      group_.c_str(), dependencies_.c_str());
   service.type = static_cast<uint32_t>(type_);
   service.startType = static_cast<uint32_t>(startType_);
   service.errorControl = static_cast<uint32_t>(errorControl_);

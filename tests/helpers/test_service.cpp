@@ -47,10 +47,8 @@ DWORD WINAPI handler(DWORD control, DWORD, void*, void*) {
       report(SERVICE_STOP_PENDING);
       SetEvent(stopEvent);
       return NO_ERROR;
-    case SERVICE_CONTROL_INTERROGATE:
-      return NO_ERROR;
-    default:
-      return ERROR_CALL_NOT_IMPLEMENTED;
+    case SERVICE_CONTROL_INTERROGATE: return NO_ERROR;
+    default: return ERROR_CALL_NOT_IMPLEMENTED;
   }
 }
 

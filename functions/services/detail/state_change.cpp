@@ -8,8 +8,9 @@
 namespace api::services {
 
 const Parameters& ServiceStateChange::parameters() {
-  static const Parameters list = engine::joined(
-      {engine::integer<&ServiceStateChange::waitTime_>(L"waittime", Need::Optional, L"0")}, ServiceFunction::parameters());
+  static const Parameters list =
+      engine::joined({engine::integer<&ServiceStateChange::waitTime_>(L"waittime", Need::Optional, L"0")},
+                     ServiceFunction::parameters());
   return list;
 }
 
@@ -27,7 +28,8 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
   if (const uint32_t error = platform::openService(manager, name, SERVICE_QUERY_STATUS | request_.access, service))
     return failedTo(error, L"cannot open service");
   uint32_t state = 0;
-  if (const uint32_t error = platform::queryServiceState(service, state)) return failedTo(error, L"cannot query status");
+  if (const uint32_t error = platform::queryServiceState(service, state))
+    return failedTo(error, L"cannot query status");
   if (state == request_.awaitedState) {
     engine::log(L"%s %s", this->name().c_str(), request_.already);
     return 0;

@@ -80,9 +80,4 @@ class FunctionServiceCreate : public ServiceFunction {
   int32_t type_ = 0, startType_ = 0, errorControl_ = 0;
 };
 
-// `dependencies` as a script writes it (names separated by "/", empty names
-// skipped) in the form the service manager expects: each name ended by a zero
-// character, the string's own terminator ending the list.
-std::wstring dependencyList(const std::wstring& written);
-
 }  // namespace api::services

@@ -19,6 +19,11 @@ const Parameters& FunctionServiceCreate::parameters() {
   return list;
 }
 
+namespace {
+
+// `dependencies` as a script writes it (names separated by "/", empty names
+// skipped) in the form the service manager expects: each name ended by a zero
+// character, the string's own terminator ending the list.
 std::wstring dependencyList(const std::wstring& written) {
   std::wstring list;
   for (size_t start = 0; start < written.size();) {
@@ -28,6 +33,8 @@ std::wstring dependencyList(const std::wstring& written) {
   }
   return list;
 }
+
+}  // namespace
 
 void FunctionServiceCreate::execute() {
   clearResult();

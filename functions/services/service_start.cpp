@@ -4,8 +4,8 @@
 namespace api::services {
 
 namespace {
-const ServiceStateChange::Request start = {SERVICE_START, SERVICE_RUNNING, L"service already started",
-                                           L"cannot start service", platform::startService};
+constexpr ServiceStateChange::Request start = {SERVICE_START, SERVICE_RUNNING, L"service already started",
+                                               L"cannot start service", platform::startService};
 }  // namespace
 
 FunctionServiceStart::FunctionServiceStart() : ServiceStateChange(start) {}

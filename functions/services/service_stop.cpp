@@ -4,8 +4,8 @@
 namespace api::services {
 
 namespace {
-const ServiceStateChange::Request stop = {SERVICE_STOP, SERVICE_STOPPED, L"service already stopped",
-                                          L"cannot stop service", platform::stopService};
+constexpr ServiceStateChange::Request stop = {SERVICE_STOP, SERVICE_STOPPED, L"service already stopped",
+                                              L"cannot stop service", platform::stopService};
 }  // namespace
 
 FunctionServiceStop::FunctionServiceStop() : ServiceStateChange(stop) {}

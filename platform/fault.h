@@ -26,6 +26,7 @@ enum class Call : uint8_t {
   CreateDirectory,  // "mkdir"
   RemoveDirectory,  // "rmdir"
   TraceWrite,       // "trace": one line written to the trace file
+  Terminate,        // "terminate": one process ended by processKill
   Count
 };
 

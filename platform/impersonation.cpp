@@ -9,8 +9,8 @@ namespace platform {
 uint32_t impersonateUser(const std::wstring& domain, const std::wstring& user, const std::wstring& password,
                          UniqueToken& token) {
   UniqueToken logon;
-  if (!LogonUserW(user.c_str(), domain.c_str(), password.c_str(), LOGON32_LOGON_INTERACTIVE,
-                  LOGON32_PROVIDER_DEFAULT, logon.put()))
+  if (!LogonUserW(user.c_str(), domain.c_str(), password.c_str(), LOGON32_LOGON_INTERACTIVE, LOGON32_PROVIDER_DEFAULT,
+                  logon.put()))
     return GetLastError();
   if (!ImpersonateLoggedOnUser(logon.get())) return GetLastError();
   token = std::move(logon);

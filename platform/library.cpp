@@ -46,8 +46,7 @@ DWORD WINAPI runCall(void* parameter) {
   try {
     call.result = call.entry(call.integer, call.text);
     call.returned = true;
-  } catch (...) {
-  }
+  } catch (...) {}
   return 0;
 }
 
@@ -77,8 +76,7 @@ uint32_t runGuarded(GuardedCall& call) {
 
 }  // namespace
 
-ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer,
-                      const std::wstring& text) {
+ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
   const UniqueModule module(LoadLibraryW(library.c_str()));
   if (!module) return {GetLastError(), false};
   const FARPROC address = GetProcAddress(module.get(), name.c_str());

@@ -15,7 +15,6 @@ struct ExportCall {
 // Loads `library`, calls its export `name` as `uint32_t f(int32_t, const wchar_t*)`
 // with (integer, text), and frees the library again. The call runs on a thread
 // of its own that acts as the same user as the calling thread.
-ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer,
-                      const std::wstring& text);
+ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text);
 
 }  // namespace platform

@@ -35,7 +35,7 @@ bool matches(const PROCESSENTRY32W& process, const std::wstring& name) {
 }  // namespace
 
 uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directory, uint32_t waitMilliseconds) {
-  if (commandLine.size() >= kCommandLineCapacity) return ERROR_FILENAME_EXCED_RANGE;
+  if (commandLine.size() >= kCommandLineLimit) return ERROR_FILENAME_EXCED_RANGE;
   // CreateProcessW may write into the line, so it gets a copy it can change.
   std::wstring line(kCommandLineCapacity, L'\0');
   line.replace(0, commandLine.size(), commandLine);

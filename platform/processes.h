@@ -11,13 +11,16 @@
 
 namespace platform {
 
-// The longest command line a program can be started with, its NUL included.
+// The buffer the command line is passed in, and the longest line Windows
+// accepts (32,766 characters and the NUL).
 constexpr size_t kCommandLineCapacity = 32768;
+constexpr size_t kCommandLineLimit = 32767;
 
 // Starts `commandLine` without a window, in `directory` (empty: the current
 // one). When `waitMilliseconds` is not 0, waits that long for it to end and
 // returns what the wait returned (258 when time ran out; the program keeps
-// running). A line longer than kCommandLineCapacity allows is refused with 206.
+// running). A line longer than Windows accepts is refused with 206 (Wine
+// would cut it short instead).
 uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directory, uint32_t waitMilliseconds);
 
 // The ids of running processes, in snapshot order, whose executable is `name`:

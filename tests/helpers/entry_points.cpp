@@ -17,10 +17,12 @@ EXPORT uint32_t returnFive(int32_t, const wchar_t*) { return 5; }
 // Writes "<number>;<text>" (UTF-8) to echo.txt in the current directory.
 EXPORT uint32_t echoArguments(int32_t number, const wchar_t* text) {
   const std::wstring line = std::to_wstring(number) + L";" + text;
-  const int size = WideCharToMultiByte(CP_UTF8, 0, line.data(), static_cast<int>(line.size()), nullptr, 0, nullptr, nullptr);
+  const int size =
+      WideCharToMultiByte(CP_UTF8, 0, line.data(), static_cast<int>(line.size()), nullptr, 0, nullptr, nullptr);
   std::string bytes(static_cast<size_t>(size), '\0');
   WideCharToMultiByte(CP_UTF8, 0, line.data(), static_cast<int>(line.size()), bytes.data(), size, nullptr, nullptr);
-  const HANDLE file = CreateFileW(L"echo.txt", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file =
+      CreateFileW(L"echo.txt", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return GetLastError();
   DWORD written = 0;
   const BOOL ok = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
@@ -42,7 +44,7 @@ EXPORT uint32_t divideByZero(int32_t number, const wchar_t*) {
 EXPORT uint32_t overflowStack(int32_t number, const wchar_t* text) {
   volatile char frame[4096];
   frame[0] = static_cast<char>(number);
-  return overflowStack(number + 1, text) + frame[0];
+  return text ? overflowStack(number + 1, text) + frame[0] : 0;
 }
 
 EXPORT uint32_t throwException(int32_t, const wchar_t*) { throw std::runtime_error("thrown by the export"); }

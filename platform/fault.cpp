@@ -25,7 +25,9 @@ bool parseNumber(std::string_view text, T& out) {
 
 }  // namespace
 
-void failCall(Call call, unsigned nth, uint32_t error) { faults[static_cast<size_t>(call)] = Fault{0, nth, error}; }
+void failCall(Call call, unsigned nth, uint32_t error) {
+  faults[static_cast<size_t>(call)] = Fault{0, nth, error};
+}
 
 void clearFaults() { faults = {}; }
 

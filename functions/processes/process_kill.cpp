@@ -20,11 +20,8 @@ void FunctionProcessKill::execute() {
   clearResult();
   const std::wstring name = detail::normaliseProcessName(expand(name_));
   engine::log(L"processKill function called for '%s'", name.c_str());
-  std::vector<uint32_t> ids;
-  // A search that fails finds nothing to end.
-  if (platform::findProcesses(name, ids) != 0) ids.clear();
   uint32_t kept = 0;
-  for (const uint32_t id : ids) {
+  for (const uint32_t id : detail::processesNamed(name)) {
     uint32_t error = 0;
     const platform::UniqueProcess process = platform::openProcess(id, PROCESS_TERMINATE, error);
     if (!process) {

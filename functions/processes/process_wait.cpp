@@ -46,10 +46,7 @@ void FunctionProcessWait::execute() {
   clearResult();
   const std::wstring name = detail::normaliseProcessName(expand(name_));
   engine::log(L"processWait function called for '%s', wait %d ms", name.c_str(), waitMilliseconds_);
-  std::vector<uint32_t> ids;
-  // A search that fails finds nothing to wait for.
-  if (platform::findProcesses(name, ids) != 0) ids.clear();
-  end(waitForEach(ids, static_cast<uint32_t>(waitMilliseconds_)));
+  end(waitForEach(detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
 }
 
 }  // namespace api::processes

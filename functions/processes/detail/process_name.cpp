@@ -1,5 +1,7 @@
 #include "functions/processes/detail/process_name.h"
 
+#include "platform/processes.h"
+
 namespace api::processes::detail {
 
 std::wstring normaliseProcessName(const std::wstring& name) {
@@ -12,6 +14,12 @@ std::wstring normaliseProcessName(const std::wstring& name) {
     if (text[i] == L'\\' && i + 1 < text.size() && text[i + 1] == L'\\') ++i;
   }
   return out;
+}
+
+std::vector<uint32_t> processesNamed(const std::wstring& name) {
+  std::vector<uint32_t> ids;
+  if (platform::findProcesses(name, ids) != 0) ids.clear();
+  return ids;
 }
 
 }  // namespace api::processes::detail

@@ -9,6 +9,7 @@ engine::FunctionRegistry makeFunctionRegistry() {
   json::registerFunctions(registry);
   xml::registerFunctions(registry);
   processes::registerFunctions(registry);
+  services::registerFunctions(registry);
   return registry;
 }
 

@@ -26,6 +26,9 @@ enum class Call : uint8_t {
   CreateDirectory,  // "mkdir"
   RemoveDirectory,  // "rmdir"
   TraceWrite,       // "trace": one line written to the trace file
+  RegistryWrite,    // "regwrite": a registry value written or deleted
+  RegistryKey,      // "regkey": a registry key created or deleted
+  ProfileWrite,     // "iniwrite": a value written to an INI file
   Count
 };
 

@@ -17,6 +17,11 @@ A cases file holds any number of cases:
     --- expect-not                              (lines that must not appear)
     --- expect-debug                            (debugger output lines, in order, under /debug)
     --- check                                   (bash, run after; must exit 0)
+    --- cleanup                                 (bash, run last whatever happened, even after a
+                                                 failed setup or run; must exit 0)
+
+A block headed "=== every case" holds sections that every case of the file
+has unless it has its own (a shared cleanup, say).
 
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
@@ -27,7 +32,8 @@ Bash sections get `win` (runs a Windows program in the test prefix),
 [none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
 waits until it is ready), `release` (tells it to stop and waits until it has),
 $HELPERS (the helper programs' directory) and $UPKEEP (the interpreter's
-Windows-side path is its Linux path).
+Windows-side path is its Linux path); they first source cases.sh from the cases
+file's directory when there is one (a family's own helpers).
 
 Any other section name or header line refuses its case, as does a file name
 that is absolute or contains "..": a case keeps everything it writes inside its
@@ -44,12 +50,13 @@ import signal
 import subprocess
 import sys
 
-SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check"}
+SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check", "cleanup"}
 DEBUG_LINE = re.compile(r'^[0-9a-f]*:warn:[a-z]*:OutputDebugStringA "(.*?)"(\.\.\.)?$')
 DEFAULT_TIMEOUT = 120
 BASH_PRELUDE = r"""
 win() { "$WINE_RUN" "$WINE_PREFIX" "$@"; }
 await() { for _ in $(seq 100); do [ -e "$1" ] && return 0; sleep 0.1; done; echo "no $1 after 10 s" >&2; return 1; }
+[ -f "$CASES_DIR/cases.sh" ] && . "$CASES_DIR/cases.sh"
 hold() { win "$HELPERS/hold_file.exe" "$@" >/dev/null 2>&1 & await held.ready; }
 release() {
   touch held.stop
@@ -70,12 +77,15 @@ def file_name_problem(name):
 
 
 def parse_cases(path):
-    cases, case, section = [], None, None
+    cases, case, section, every = [], None, None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
-        if raw.startswith("=== case:"):
+        if raw.startswith("=== case:") or raw.startswith("=== every case"):
             case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {},
-                    "refused": []}
-            cases.append(case)
+                    "refused": [], "dir": os.path.dirname(os.path.abspath(path))}
+            if raw.startswith("=== every case"):
+                every = case
+            else:
+                cases.append(case)
             section = None
         elif case is None or (raw.startswith("#") and section is None):
             continue
@@ -103,11 +113,14 @@ def parse_cases(path):
         else:
             target = case["sections"] if section in SECTION_KINDS else case["files"]
             target[section].append(raw)
-    for c in cases:  # a section ends before the blank lines that separate cases
+    for c in cases + ([every] if every else []):  # a section ends before the blank lines that separate cases
         for group in (c["sections"], c["files"]):
             for key, lines in group.items():
                 while lines and lines[-1] == "":
                     lines.pop()
+    if every:
+        for c in cases:
+            c["sections"] = {**every["sections"], **c["sections"]}
     return cases
 
 
@@ -177,9 +190,18 @@ def run_case(case, opts, workdir):
         with open(path, "w", encoding="utf-8", newline="\n") as f:
             f.write("\n".join(lines) + "\n")
     env = dict(os.environ, WINE_RUN=opts.wine_run, WINE_PREFIX=opts.prefix, UPKEEP=opts.exe,
-               HELPERS=opts.helpers or "", LC_ALL="C.UTF-8")
-    sections = case["sections"]
+               HELPERS=opts.helpers or "", CASES_DIR=case["dir"], LC_ALL="C.UTF-8")
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
+    try:
+        problems = run_steps(case, opts, workdir, dict(env), timeout)
+    finally:
+        cleanup = case["sections"].get("cleanup")
+        failure = cleanup and bash("cleanup", "\n".join(cleanup), workdir, env, timeout)
+    return problems + [failure] if failure else problems
+
+
+def run_steps(case, opts, workdir, env, timeout):
+    sections = case["sections"]
     if "setup" in sections:
         failure = bash("setup", "\n".join(sections["setup"]), workdir, env, timeout)
         if failure:

@@ -1,0 +1,30 @@
+# Helpers for the registry cases, read back and seeded with Wine's own reg.exe.
+# Every case works below HKCU\Software\UpkeepTest (or the same key in HKLM),
+# which the shared cleanup removes after each case.
+
+# seed KEY-BELOW-THE-TEST-KEY reg-add-arguments...: `reg add` into HKCU.
+seed() { win reg add "HKCU\\Software\\UpkeepTest$1" "${@:2}" /f >/dev/null; }
+
+# regval KEY NAME: "TYPE DATA" of one value as `reg query` prints it (an empty
+# NAME is the default value); fails when the value is missing.
+regval() {
+  local which=(/v "$2")
+  [ -n "$2" ] || which=(/ve)
+  win reg query "$1" "${which[@]}" | perl -ne 'print "$1 $2\n" if /^    .*?    (REG_\w+)    (.*?)\r?$/' | grep .
+}
+
+# regexport KEY: the key as `reg export` writes it, in UTF-8 without CRs (it
+# is the only client that prints QWORD data).
+regexport() {
+  win reg export "$1" "Z:$(pwd | tr / '\\')\\export.reg" /y >/dev/null
+  iconv -f UTF-16 -t UTF-8 export.reg | tr -d '\r'
+  rm export.reg
+}
+
+# nokey KEY: succeeds when the key does not exist.
+nokey() { ! win reg query "$1" >/dev/null 2>&1; }
+
+# The cleanup: the test keys go, whatever the case did.
+removetestkeys() {
+  win cmd /c 'reg delete HKCU\Software\UpkeepTest /f & reg delete HKLM\Software\UpkeepTest /f' >/dev/null 2>&1 || true
+}

@@ -1,23 +1,12 @@
-#include "engine/integer.h"
 #include "functions/base/functions.h"
 
 namespace api::base {
 
-// fromIndex and maxCount are fixed numbers, read once; negative texts wrap to
-// large unsigned values.
-bool readStringSpan(const engine::Attributes& attributes, StringSpan& span) {
-  const auto nonEmpty = [&](const wchar_t* name) -> const std::wstring* {
-    auto it = attributes.find(name);
-    return it == attributes.end() || it->second.empty() ? nullptr : &it->second;
-  };
-  const std::wstring* from = nonEmpty(L"fromIndex");
-  const std::wstring* count = nonEmpty(L"maxCount");
-  const std::wstring* stops = nonEmpty(L"toAnyChar");
-  if (!from || !count || !stops) return false;
-  span.fromIndex = static_cast<uint32_t>(engine::toInt(*from));
-  span.maxCount = static_cast<uint32_t>(engine::toInt(*count));
-  span.toAnyChar = *stops;
-  return true;
+const Parameters& StringSpanFunction::spanParameters() {
+  static const Parameters list = {engine::integer<&StringSpanFunction::fromIndex_>(L"fromIndex", Need::NonEmpty),
+                                  engine::integer<&StringSpanFunction::maxCount_>(L"maxCount", Need::NonEmpty),
+                                  engine::literal<&StringSpanFunction::toAnyChar_>(L"toAnyChar", Need::NonEmpty)};
+  return list;
 }
 
 }  // namespace api::base

@@ -2,9 +2,11 @@
 
 namespace api::files {
 
-bool CopyFunction::readAttributes() {
-  return readText(L"src", src_, engine::Need::NonEmpty) && readText(L"dest", dest_, engine::Need::NonEmpty) &&
-         readFlag(L"failIfExists", failIfExists_);
+const Parameters& CopyFunction::parameters() {
+  static const Parameters list = {engine::text<&CopyFunction::src_>(L"src", Need::NonEmpty),
+      engine::text<&CopyFunction::dest_>(L"dest", Need::NonEmpty),
+      engine::flag<&CopyFunction::failIfExists_>(L"failIfExists", Need::Optional, L"true")};
+  return list;
 }
 
 }  // namespace api::files

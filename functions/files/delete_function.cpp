@@ -2,9 +2,12 @@
 
 namespace api::files {
 
-bool DeleteFunction::readAttributes() {
-  return readText(L"path", path_, engine::Need::NonEmpty) && readFlag(L"ignoreErrors", ignoreErrors_) &&
-         readFlag(L"afterRebootIfFails", afterRebootIfFails_) && readFlag(L"renameIfFails", renameIfFails_);
+const Parameters& DeleteFunction::parameters() {
+  static const Parameters list = {engine::text<&DeleteFunction::path_>(L"path", Need::NonEmpty),
+      engine::flag<&DeleteFunction::ignoreErrors_>(L"ignoreErrors"),
+      engine::flag<&DeleteFunction::afterRebootIfFails_>(L"afterRebootIfFails"),
+      engine::flag<&DeleteFunction::renameIfFails_>(L"renameIfFails")};
+  return list;
 }
 
 }  // namespace api::files

@@ -2,6 +2,9 @@
 
 namespace api::files {
 
-bool PathQuery::readAttributes() { return readText(L"path", path_, engine::Need::NonEmpty); }
+const Parameters& PathQuery::parameters() {
+  static const Parameters list = {engine::text<&PathQuery::path_>(L"path", Need::NonEmpty)};
+  return list;
+}
 
 }  // namespace api::files

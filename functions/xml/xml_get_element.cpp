@@ -8,9 +8,11 @@
 
 namespace api::xml {
 
-bool FunctionXmlGetElement::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_, engine::Need::Optional) &&
-         readText(L"destHandle", destHandle_, engine::Need::NonEmpty);
+const Parameters& FunctionXmlGetElement::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlGetElement::handle_>(L"handle"),
+      engine::text<&FunctionXmlGetElement::xpath_>(L"xpath", Need::Optional),
+      engine::handle<&FunctionXmlGetElement::destHandle_>(L"destHandle", Need::NonEmpty)};
+  return list;
 }
 
 // An empty xpath takes the context element itself.

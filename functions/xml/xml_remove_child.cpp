@@ -7,7 +7,11 @@
 
 namespace api::xml {
 
-bool FunctionXmlRemoveChild::readAttributes() { return readText(L"handle", handle_) && readText(L"xpath", xpath_); }
+const Parameters& FunctionXmlRemoveChild::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlRemoveChild::handle_>(L"handle"),
+      engine::text<&FunctionXmlRemoveChild::xpath_>(L"xpath")};
+  return list;
+}
 
 void FunctionXmlRemoveChild::execute() {
   clearResult();

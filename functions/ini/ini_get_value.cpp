@@ -15,8 +15,7 @@ const Parameters& FunctionIniGetValue::parameters() {
 
 // Always succeeds: a missing key, section or file gives the default.
 void FunctionIniGetValue::execute() {
-  const std::wstring path = expand(path_), section = expand(section_), key = expand(key_),
-                     fallback = expand(default_);
+  const std::wstring path = expand(path_), section = expand(section_), key = expand(key_), fallback = expand(default_);
   engine::log(L"iniGetValue in '%s' at '%s\\%s'. variable: '%s' (default:%s)", path.c_str(), section.c_str(),
               key.c_str(), var_.c_str(), fallback.c_str());
   variables().set(var_, platform::profileString(path, section, key, fallback));

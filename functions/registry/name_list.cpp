@@ -5,9 +5,9 @@
 namespace api::registry {
 
 const Parameters& NameList::parameters() {
-  static const Parameters list = engine::joined({engine::variable<&NameList::var_>(L"var", Need::NonEmpty),
-                                                 engine::text<&NameList::delim_>(L"delim")},
-                                                KeyErrorFunction::parameters());
+  static const Parameters list = engine::joined(
+      {engine::variable<&NameList::var_>(L"var", Need::NonEmpty), engine::text<&NameList::delim_>(L"delim")},
+      KeyErrorFunction::parameters());
   return list;
 }
 

@@ -37,8 +37,7 @@ const Parameters& FunctionRegRead::parameters() {
 void FunctionRegRead::execute() {
   clearResult();
   const std::wstring key = this->key(), value = expand(value_);
-  engine::log(L"RegRead function called for %p\\%s\\%s store to %s", root(), key.c_str(), value.c_str(),
-              var_.c_str());
+  engine::log(L"RegRead function called for %p\\%s\\%s store to %s", root(), key.c_str(), value.c_str(), var_.c_str());
   std::wstring text;
   if (const uint32_t error = readText(root(), key, value, text)) {
     fail(error);

@@ -6,10 +6,10 @@
 namespace api::registry {
 
 const Parameters& FunctionRegWrite::parameters() {
-  static const Parameters list = engine::joined({engine::text<&FunctionRegWrite::value_>(L"value"),
-                                                 engine::text<&FunctionRegWrite::data_>(L"data"),
-                                                 engine::literal<&FunctionRegWrite::typeName_>(L"type")},
-                                                KeyErrorFunction::parameters());
+  static const Parameters list = engine::joined(
+      {engine::text<&FunctionRegWrite::value_>(L"value"), engine::text<&FunctionRegWrite::data_>(L"data"),
+       engine::literal<&FunctionRegWrite::typeName_>(L"type")},
+      KeyErrorFunction::parameters());
   return list;
 }
 

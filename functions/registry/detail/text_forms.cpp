@@ -8,7 +8,7 @@
 namespace api::registry::detail {
 namespace {
 
-constexpr uint32_t kBadHexDigit = 111;  // what binary text with a non-hex character fails with
+constexpr uint32_t kBadHexDigit = 111;       // what binary text with a non-hex character fails with
 constexpr uint32_t kUnsupportedType = 1630;  // ERROR_UNSUPPORTED_TYPE
 
 std::wstring wideText(const std::vector<uint8_t>& bytes) {

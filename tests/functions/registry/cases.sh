@@ -1,9 +1,11 @@
 # Helpers for the registry cases, read back and seeded with Wine's own reg.exe.
-# Every case works below HKCU\Software\UpkeepTest (or the same key in HKLM),
-# which the shared cleanup removes after each case.
+# The cases of one file work below HKCU\Software\UpkeepTest-<file> (or the
+# same key in HKLM), which the shared cleanup removes after each case; files
+# run in parallel, so each has its own key.
+TESTKEY="Software\\UpkeepTest-$(basename "$(dirname "$PWD")")"
 
 # seed KEY-BELOW-THE-TEST-KEY reg-add-arguments...: `reg add` into HKCU.
-seed() { win reg add "HKCU\\Software\\UpkeepTest$1" "${@:2}" /f >/dev/null; }
+seed() { win reg add "HKCU\\$TESTKEY$1" "${@:2}" /f >/dev/null; }
 
 # regval KEY NAME: "TYPE DATA" of one value as `reg query` prints it (an empty
 # NAME is the default value); fails when the value is missing.
@@ -26,5 +28,5 @@ nokey() { ! win reg query "$1" >/dev/null 2>&1; }
 
 # The cleanup: the test keys go, whatever the case did.
 removetestkeys() {
-  win cmd /c 'reg delete HKCU\Software\UpkeepTest /f & reg delete HKLM\Software\UpkeepTest /f' >/dev/null 2>&1 || true
+  win cmd /c "reg delete HKCU\\$TESTKEY /f & reg delete HKLM\\$TESTKEY /f" >/dev/null 2>&1 || true
 }

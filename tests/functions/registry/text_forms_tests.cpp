@@ -31,7 +31,8 @@ TEST(TextForms, BinaryDigitsArePairedAndOnlyConsumedDigitsAreChecked) {
   EXPECT_EQ(bytesOf(Binary, L"0AfF"), (std::vector<uint8_t>{0x0a, 0xff}));
   EXPECT_EQ(bytesOf(Binary, L"0ag"), (std::vector<uint8_t>{0x0a}));  // the odd last character is never read
   std::vector<uint8_t> bytes;
-  for (const wchar_t* bad : {L"g0", L"0 ", L"-1", L"x0", L"\x0664\x0664"}) EXPECT_EQ(textToData(Binary, bad, bytes), 111u);
+  for (const wchar_t* bad : {L"g0", L"0 ", L"-1", L"x0", L"\x0664\x0664"})
+    EXPECT_EQ(textToData(Binary, bad, bytes), 111u);
   EXPECT_EQ(roundTrip(Binary, L"00017F80FE"), L"00017f80fe");
 }
 

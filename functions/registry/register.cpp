@@ -7,10 +7,14 @@ using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
   static const engine::Tag tags[] = {
-      tag<FunctionRegRead>(L"regRead"),           tag<FunctionRegGetKeys>(L"regGetKeys"),
-      tag<FunctionRegGetValues>(L"regGetValues"), tag<FunctionRegWrite>(L"regWrite"),
-      tag<FunctionRegExistsKey>(L"regExistsKey"), tag<FunctionRegCreateKey>(L"regCreateKey"),
-      tag<FunctionRegDeleteKey>(L"regDeleteKey"), tag<FunctionRegDeleteValue>(L"regDeleteValue"),
+      tag<FunctionRegRead>(L"regRead"),
+      tag<FunctionRegGetKeys>(L"regGetKeys"),
+      tag<FunctionRegGetValues>(L"regGetValues"),
+      tag<FunctionRegWrite>(L"regWrite"),
+      tag<FunctionRegExistsKey>(L"regExistsKey"),
+      tag<FunctionRegCreateKey>(L"regCreateKey"),
+      tag<FunctionRegDeleteKey>(L"regDeleteKey"),
+      tag<FunctionRegDeleteValue>(L"regDeleteValue"),
   };
   r.add(tags);
 }

@@ -1,6 +1,6 @@
 #include "engine/log.h"
 #include "functions/base/functions.h"
-#include "functions/base/string_ops.h"
+#include "functions/base/detail/string_ops.h"
 
 namespace api::base {
 

@@ -1,5 +1,5 @@
 #include "engine/log.h"
-#include "functions/files/directory_copier.h"
+#include "functions/files/detail/directory_copier.h"
 #include "functions/files/functions.h"
 
 namespace api::files {

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "engine/log.h"
-#include "functions/files/delimited_list.h"
+#include "functions/files/detail/delimited_list.h"
 #include "functions/files/functions.h"
 #include "platform/directory_listing.h"
 #include "platform/path.h"

@@ -1,6 +1,6 @@
 #include "engine/log.h"
 #include "functions/files/functions.h"
-#include "functions/files/text_file.h"
+#include "functions/files/detail/text_file.h"
 
 namespace api::files {
 

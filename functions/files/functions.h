@@ -6,7 +6,7 @@
 #include <string>
 
 #include "engine/function.h"
-#include "functions/files/path_filter.h"
+#include "functions/files/detail/path_filter.h"
 
 namespace api::files {
 

@@ -7,8 +7,8 @@
 
 #include "engine/function.h"
 #include "engine/log.h"
-#include "functions/json/json_handles.h"
-#include "functions/json/json_values.h"
+#include "functions/json/detail/json_handles.h"
+#include "functions/json/detail/json_values.h"
 
 namespace api::json {
 

@@ -2,7 +2,7 @@
 
 #include "engine/log.h"
 #include "functions/json/functions.h"
-#include "functions/json/json_file.h"
+#include "functions/json/detail/json_file.h"
 #include "platform/read_file.h"
 
 namespace api::json {

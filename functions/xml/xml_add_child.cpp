@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 

@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
 
 namespace api::xml {

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "functions/files/delimited_list.h"
-#include "functions/files/text_file.h"
+#include "functions/files/detail/delimited_list.h"
+#include "functions/files/detail/text_file.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 # Helpers for the registry cases, read back and seeded with Wine's own reg.exe.
 # The cases of one file work below HKCU\Software\UpkeepTest-<file> (or the
-# same key in HKLM), which the shared cleanup removes after each case; files
+# same key in HKLM), which the shared teardown removes after each case; files
 # run in parallel, so each has its own key.
 TESTKEY="Software\\UpkeepTest-$(basename "$(dirname "$PWD")")"
 
@@ -26,7 +26,7 @@ regexport() {
 # nokey KEY: succeeds when the key does not exist.
 nokey() { ! win reg query "$1" >/dev/null 2>&1; }
 
-# The cleanup: the test keys go, whatever the case did.
+# The teardown: the test keys go, whatever the case did.
 removetestkeys() {
   win cmd /c "reg delete HKCU\\$TESTKEY /f & reg delete HKLM\\$TESTKEY /f" >/dev/null 2>&1 || true
 }

@@ -10,6 +10,7 @@ engine::FunctionRegistry makeFunctionRegistry() {
   ini::registerFunctions(registry);
   json::registerFunctions(registry);
   xml::registerFunctions(registry);
+  processes::registerFunctions(registry);
   services::registerFunctions(registry);
   return registry;
 }

@@ -6,6 +6,8 @@ engine::FunctionRegistry makeFunctionRegistry() {
   engine::FunctionRegistry registry;
   base::registerFunctions(registry);
   files::registerFunctions(registry);
+  registry::registerFunctions(registry);
+  ini::registerFunctions(registry);
   json::registerFunctions(registry);
   xml::registerFunctions(registry);
   processes::registerFunctions(registry);

@@ -12,6 +12,12 @@ void registerFunctions(engine::FunctionRegistry& registry);
 namespace files {
 void registerFunctions(engine::FunctionRegistry& registry);
 }
+namespace registry {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
+namespace ini {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
 namespace json {
 void registerFunctions(engine::FunctionRegistry& registry);
 }

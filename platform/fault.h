@@ -29,6 +29,9 @@ enum class Call : uint8_t {
   ServiceManager,   // "scm": opening the service control manager
   ServiceQuery,     // "svcquery": one query of a service's status
   Terminate,        // "terminate": one process ended by processKill
+  RegistryWrite,    // "regwrite": a registry value written or deleted
+  RegistryKey,      // "regkey": a registry key created or deleted
+  ProfileWrite,     // "iniwrite": a value written to an INI file
   Count
 };
 

@@ -21,6 +21,9 @@ A cases file holds any number of cases:
                                                  removes what the case made outside its
                                                  directory, such as a service)
 
+A block headed "=== every case" holds sections that every case of the file
+has unless it has its own (a shared teardown, say).
+
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
 the interpreter's directory (the one that runs) and {casedir} that of the
@@ -32,7 +35,8 @@ Bash sections get `win` (runs a Windows program in the test prefix),
 waits until it is ready), `release` (tells it to stop and waits until it has),
 `remove_service NAME...` (stops and deletes services, waiting up to 10 s until
 each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the
-interpreter's Windows-side path is its Linux path).
+interpreter's Windows-side path is its Linux path); they first source cases.sh
+from the cases file's directory when there is one (a family's own helpers).
 
 Any other section name or header line refuses its case, as does a file name
 that is absolute or contains "..": a case keeps everything it writes inside its
@@ -55,6 +59,7 @@ DEFAULT_TIMEOUT = 120
 BASH_PRELUDE = r"""
 win() { "$WINE_RUN" "$WINE_PREFIX" "$@"; }
 await() { for _ in $(seq 100); do [ -e "$1" ] && return 0; sleep 0.1; done; echo "no $1 after 10 s" >&2; return 1; }
+[ -f "$CASES_DIR/cases.sh" ] && . "$CASES_DIR/cases.sh"
 hold() { win "$HELPERS/hold_file.exe" "$@" >/dev/null 2>&1 & await held.ready; }
 release() {
   touch held.stop
@@ -87,12 +92,15 @@ def file_name_problem(name):
 
 
 def parse_cases(path):
-    cases, case, section = [], None, None
+    cases, case, section, every = [], None, None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
-        if raw.startswith("=== case:"):
+        if raw.startswith("=== case:") or raw.startswith("=== every case"):
             case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {},
-                    "refused": []}
-            cases.append(case)
+                    "refused": [], "dir": os.path.dirname(os.path.abspath(path))}
+            if raw.startswith("=== every case"):
+                every = case
+            else:
+                cases.append(case)
             section = None
         elif case is None or (raw.startswith("#") and section is None):
             continue
@@ -120,11 +128,14 @@ def parse_cases(path):
         else:
             target = case["sections"] if section in SECTION_KINDS else case["files"]
             target[section].append(raw)
-    for c in cases:  # a section ends before the blank lines that separate cases
+    for c in cases + ([every] if every else []):  # a section ends before the blank lines that separate cases
         for group in (c["sections"], c["files"]):
             for key, lines in group.items():
                 while lines and lines[-1] == "":
                     lines.pop()
+    if every:
+        for c in cases:
+            c["sections"] = {**every["sections"], **c["sections"]}
     return cases
 
 
@@ -194,7 +205,7 @@ def run_case(case, opts, workdir):
         with open(path, "w", encoding="utf-8", newline="\n") as f:
             f.write("\n".join(lines) + "\n")
     env = dict(os.environ, WINE_RUN=opts.wine_run, WINE_PREFIX=opts.prefix, UPKEEP=opts.exe,
-               HELPERS=opts.helpers or "", LC_ALL="C.UTF-8")
+               HELPERS=opts.helpers or "", CASES_DIR=case["dir"], LC_ALL="C.UTF-8")
     problems = run_steps(case, opts, workdir, env)
     if "teardown" in case["sections"]:
         failure = bash("teardown", "\n".join(case["sections"]["teardown"]), workdir, env,

@@ -1,0 +1,25 @@
+#include "engine/log.h"
+#include "functions/ini/functions.h"
+#include "platform/profile.h"
+
+namespace api::ini {
+
+const Parameters& FunctionIniGetValue::parameters() {
+  static const Parameters list = {engine::text<&FunctionIniGetValue::path_>(L"path", Need::NonEmpty),
+                                  engine::text<&FunctionIniGetValue::section_>(L"section", Need::NonEmpty),
+                                  engine::text<&FunctionIniGetValue::key_>(L"key", Need::NonEmpty),
+                                  engine::variable<&FunctionIniGetValue::var_>(L"var", Need::NonEmpty),
+                                  engine::text<&FunctionIniGetValue::default_>(L"default", Need::Optional)};
+  return list;
+}
+
+// Always succeeds: a missing key, section or file gives the default.
+void FunctionIniGetValue::execute() {
+  const std::wstring path = expand(path_), section = expand(section_), key = expand(key_), fallback = expand(default_);
+  engine::log(L"iniGetValue in '%s' at '%s\\%s'. variable: '%s' (default:%s)", path.c_str(), section.c_str(),
+              key.c_str(), var_.c_str(), fallback.c_str());
+  variables().set(var_, platform::profileString(path, section, key, fallback));
+  logEnd();
+}
+
+}  // namespace api::ini

@@ -1,0 +1,116 @@
+#pragma once
+// The registry family: reading, listing, writing, creating and deleting keys
+// and values, always in the program's native (64-bit) view.
+// Each class's code is in the file named after its tag.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engine/function.h"
+#include "functions/registry/detail/root_key.h"
+
+namespace api::registry {
+
+using engine::FunctionRetBool;
+using engine::FunctionRetError;
+using engine::Need;
+using engine::Parameters;
+
+// Every registry function names a root (one of the five predefined keys,
+// written exactly; any other name refuses the element) and a key below it.
+template <class Kind>
+class KeyFunction : public Kind {
+ public:
+  static const Parameters& parameters() {
+    static const Parameters list = {engine::choice<&KeyFunction::root_>(L"root", detail::rootNames()),
+                                    engine::text<&KeyFunction::key_>(L"key")};
+    return list;
+  }
+
+ protected:
+  HKEY root() const { return detail::rootKey(root_); }
+  std::wstring key() const { return this->expand(key_); }
+
+ private:
+  detail::Root root_ = {};
+  std::wstring key_;
+};
+
+using KeyErrorFunction = KeyFunction<FunctionRetError>;
+
+class FunctionRegRead : public KeyErrorFunction {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ private:
+  std::wstring var_, value_;
+};
+
+// regGetKeys and regGetValues: the names in `var`, each followed by `delim`.
+class NameList : public KeyErrorFunction {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ protected:
+  // The access the listing needs, and the listing itself (0 or an error code).
+  virtual REGSAM access() const = 0;
+  virtual uint32_t list(HKEY key, std::vector<std::wstring>& names) const = 0;
+
+ private:
+  std::wstring var_, delim_;
+};
+
+class FunctionRegGetKeys : public NameList {
+ protected:
+  REGSAM access() const override;
+  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
+};
+
+class FunctionRegGetValues : public NameList {
+ protected:
+  REGSAM access() const override;
+  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
+};
+
+class FunctionRegWrite : public KeyErrorFunction {
+ public:
+  void execute() override;
+  bool readAttributes() override;
+  static const Parameters& parameters();
+
+ private:
+  std::wstring value_, data_, typeName_;
+  uint32_t type_ = 0;  // 0: a name without a text form, refused when the function runs
+};
+
+class FunctionRegExistsKey : public KeyFunction<FunctionRetBool> {
+ public:
+  void execute() override;
+};
+
+class FunctionRegCreateKey : public KeyErrorFunction {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ private:
+  bool volatile_ = false;
+};
+
+class FunctionRegDeleteKey : public KeyErrorFunction {
+ public:
+  void execute() override;
+};
+
+class FunctionRegDeleteValue : public KeyErrorFunction {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ private:
+  std::wstring value_;
+};
+
+}  // namespace api::registry

@@ -1,0 +1,36 @@
+#include "engine/log.h"
+#include "functions/registry/functions.h"
+#include "platform/registry.h"
+
+namespace api::registry {
+namespace {
+
+// Deletes parent\name with everything below it, children first, logging each
+// key as it goes; the first failure ends the delete with its code.
+uint32_t deleteTree(HKEY parent, const std::wstring& name) {
+  platform::UniqueKey key;
+  if (platform::openKey(parent, name, KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, key) != 0) {
+    engine::log(L"Cannot enumerate registry keys for '%s'", name.c_str());
+  } else {
+    // The names are read first: deleting while enumerating would shift the indexes.
+    std::vector<std::wstring> children;
+    if (const uint32_t error = platform::subkeyNames(key.get(), children)) return error;
+    for (const std::wstring& child : children)
+      if (const uint32_t error = deleteTree(key.get(), child)) return error;
+    key.reset();
+  }
+  engine::log(L"Deleting subkey '%s'", name.c_str());
+  return platform::deleteKey(parent, name);
+}
+
+}  // namespace
+
+void FunctionRegDeleteKey::execute() {
+  clearResult();
+  const std::wstring key = this->key();
+  engine::log(L"regDeleteKey function called for %p\\%s", root(), key.c_str());
+  if (const uint32_t error = deleteTree(root(), key)) fail(error);
+  logEnd();
+}
+
+}  // namespace api::registry

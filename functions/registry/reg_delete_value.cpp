@@ -1,0 +1,24 @@
+#include "engine/log.h"
+#include "functions/registry/functions.h"
+#include "platform/registry.h"
+
+namespace api::registry {
+
+const Parameters& FunctionRegDeleteValue::parameters() {
+  static const Parameters list =
+      engine::joined({engine::text<&FunctionRegDeleteValue::value_>(L"value")}, KeyErrorFunction::parameters());
+  return list;
+}
+
+void FunctionRegDeleteValue::execute() {
+  clearResult();
+  const std::wstring key = this->key(), value = expand(value_);
+  engine::log(L"regDeleteValue function called for %p\\%s\\%s", root(), key.c_str(), value.c_str());
+  platform::UniqueKey opened;
+  uint32_t error = platform::openKey(root(), key, KEY_SET_VALUE, opened);
+  if (error == 0) error = platform::deleteValue(opened.get(), value);
+  if (error != 0) fail(error);
+  logEnd();
+}
+
+}  // namespace api::registry

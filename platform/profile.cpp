@@ -1,0 +1,30 @@
+#include "platform/profile.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "platform/error_text.h"
+#include "platform/fault.h"
+
+namespace platform {
+
+std::wstring profileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
+                           const std::wstring& fallback) {
+  constexpr DWORD kBuffer = 10240;
+  std::wstring buffer(kBuffer, L'\0');
+  const DWORD length =
+      GetPrivateProfileStringW(section.c_str(), key.c_str(), fallback.c_str(), buffer.data(), kBuffer, path.c_str());
+  buffer.resize(std::min<DWORD>(length, kBuffer - 1));
+  return buffer.substr(0, buffer.find(L'\0'));
+}
+
+uint32_t writeProfileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
+                            const std::wstring& value) {
+  if (const uint32_t error = injectedFault(Call::ProfileWrite)) return error;
+  clearLastError();
+  if (WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), path.c_str())) return 0;
+  return lastErrorOr(0);
+}
+
+}  // namespace platform

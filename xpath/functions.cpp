@@ -102,10 +102,9 @@ Value Evaluator::call(const Expr& e, const Context& c) {
       out = c.node;
       return true;
     }
-    NodeSet nodes = evalNodeSet(*a[0], c);
-    if (nodes.empty()) return false;
-    out = nodes.front();
-    return true;
+    std::optional<Node> first = firstNode(*a[0], c);
+    if (first) out = *first;
+    return first.has_value();
   };
   // String argument, or the context node's string-value when it is left out.
   auto strOrContext = [&]() {
@@ -116,9 +115,18 @@ Value Evaluator::call(const Expr& e, const Context& c) {
   };
 
   switch (e.fn) {
+    case Fn::Invalid: throw EvalError(e.text);
     case Fn::Last: return Value(static_cast<double>(c.size));
     case Fn::Position: return Value(static_cast<double>(c.position));
-    case Fn::Count: return Value(static_cast<double>(evalNodeSet(*a[0], c).size()));
+    case Fn::Count: {
+      std::size_t n = 0;
+      auto count = [&](const Node&) {
+        ++n;
+        return true;
+      };
+      eachNode(*a[0], c, count);
+      return Value(static_cast<double>(n));
+    }
     case Fn::Id:
       // Without a DTD no attribute is of type ID.
       (void)eval(*a[0], c);
@@ -178,7 +186,11 @@ Value Evaluator::call(const Expr& e, const Context& c) {
     case Fn::Sum: {
       double total = 0;
       std::string scratch;
-      for (const Node& n : evalNodeSet(*a[0], c)) total += stringToNumber(stringValue(n, scratch));
+      auto add = [&](const Node& n) {
+        total += stringToNumber(stringValue(n, scratch));
+        return true;
+      };
+      eachNode(*a[0], c, add);
       return Value(total);
     }
     case Fn::Floor: return Value(std::floor(num(0)));

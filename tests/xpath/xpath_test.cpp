@@ -201,15 +201,22 @@ std::string repeat(const std::string& s, int n) {
 
 TEST(XPathBounds, DeepNestingFailsInsteadOfOverflowing) {
   Doc d("<r><r/></r>");
-  const int ok = xpath::kMaxNesting - 1, deep = 100000;
+  const int ok = xpath::kMaxNesting - 1, deep = 100000, flat = 20 * xpath::kMaxNesting;
   EXPECT_EQ(d.eval(repeat("(", ok) + "1" + repeat(")", ok)), "1");
   EXPECT_EQ(d.eval(repeat("(", deep) + "1" + repeat(")", deep)), "<failed>");
   EXPECT_EQ(d.eval(repeat("r[", deep) + "1" + repeat("]", deep)), "<failed>");
   EXPECT_EQ(d.eval(repeat("f(", deep)), "<failed>");
   EXPECT_EQ(d.eval(repeat("-", deep) + "1"), "<failed>");
-  EXPECT_EQ(d.eval("1" + repeat("+1", deep)), "<failed>");
-  EXPECT_EQ(d.eval("r" + repeat("|r", deep)), "<failed>");
-  EXPECT_EQ(d.eval("count(r" + repeat("/r", deep) + ")"), "0");  // long but flat is fine
+  // Long but flat is no nesting: a chain of one operator, a union, a path.
+  EXPECT_EQ(d.eval("1" + repeat("+1", flat)), "20001");
+  EXPECT_EQ(d.eval("1" + repeat(" - 1 + 2", flat)), "20001");
+  EXPECT_EQ(d.eval("false()" + repeat(" or false()", flat) + " or r"), "true");
+  EXPECT_EQ(d.eval("1" + repeat(" = 1", flat)), "true");
+  EXPECT_EQ(d.eval("2" + repeat("*1+1", flat)), "20002");  // two levels alternating
+  EXPECT_EQ(d.eval("count(r" + repeat("|r", flat) + ")"), "1");
+  EXPECT_EQ(d.eval("count(r" + repeat("/r", flat) + ")"), "0");
+  // Chains inside real nesting still count their nesting.
+  EXPECT_EQ(d.eval(repeat("(1+", deep) + "1" + repeat(")", deep)), "<failed>");
 }
 
 TEST(XPathBounds, DeepDocumentsAndWorkLimits) {

@@ -1,7 +1,5 @@
 // upkeep-password.exe PASSWORD: prints the enciphered hexadecimal form of a
 // password, for attributes that accept passwords in enciphered form.
-#include <windows.h>
-
 #include <cstdio>
 #include <string>
 
@@ -17,12 +15,7 @@ int wmain(int argc, wchar_t** argv) {
     return 1;
   }
   // Passwords are deciphered as text in the ANSI code page, so encode them that way.
-  const std::wstring password = argv[1];
-  std::string bytes(
-      static_cast<size_t>(WideCharToMultiByte(CP_ACP, 0, password.c_str(), -1, nullptr, 0, nullptr, nullptr)), '\0');
-  WideCharToMultiByte(CP_ACP, 0, password.c_str(), -1, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
-  bytes.pop_back();  // the terminating zero
-  std::fputs(platform::toUtf8(engine::encipherToHex(bytes)).c_str(), stdout);
+  std::fputs(platform::toUtf8(engine::encipherToHex(platform::toAnsi(argv[1]))).c_str(), stdout);
   std::fputs("\n", stdout);
   return 0;
 }

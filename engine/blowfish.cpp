@@ -22,13 +22,6 @@ void storeWord(uint32_t w, unsigned char* b) {
 
 const unsigned char class_blowfish::kProgramKey[12] = {'Z', 'r', '7', '(', 'P', 'm', '2', '!', 'u', '\t', 'C', '\t'};
 
-class_blowfish::class_blowfish() : p_(new uint32_t[18]), s_(new uint32_t[4 * 256]) {}
-
-class_blowfish::~class_blowfish() {
-  delete[] p_;
-  delete[] s_;
-}
-
 uint32_t class_blowfish::f(uint32_t x) const {
   const uint32_t a = s_[x >> 24], b = s_[256 + ((x >> 16) & 0xFF)];
   const uint32_t c = s_[512 + ((x >> 8) & 0xFF)], d = s_[768 + (x & 0xFF)];
@@ -62,8 +55,8 @@ void class_blowfish::decryptBlock(uint32_t& left, uint32_t& right) const {
 void class_blowfish::initialize(const unsigned char* key, int /*length*/) { initializeWithLength(key, 12); }
 
 void class_blowfish::initializeWithLength(const unsigned char* key, size_t length) {
-  std::copy(&kInitialP[0], &kInitialP[0] + 18, p_);
-  std::copy(&kInitialS[0][0], &kInitialS[0][0] + 4 * 256, s_);
+  std::copy(&kInitialP[0], &kInitialP[0] + 18, p_.begin());
+  std::copy(&kInitialS[0][0], &kInitialS[0][0] + 4 * 256, s_.begin());
   size_t j = 0;
   for (int i = 0; i < 18; ++i) {
     uint32_t word = 0;
@@ -83,7 +76,7 @@ void class_blowfish::initializeWithLength(const unsigned char* key, size_t lengt
   }
 }
 
-size_t class_blowfish::encrypt(const unsigned char* input, unsigned char* output, size_t length) {
+size_t class_blowfish::encrypt(const unsigned char* input, unsigned char* output, size_t length) const {
   const size_t padded = paddedLength(length);
   for (size_t offset = 0; offset < padded; offset += 8) {
     unsigned char block[8] = {};
@@ -96,7 +89,7 @@ size_t class_blowfish::encrypt(const unsigned char* input, unsigned char* output
   return padded;
 }
 
-void class_blowfish::decrypt(const unsigned char* input, unsigned char* output, size_t length) {
+void class_blowfish::decrypt(const unsigned char* input, unsigned char* output, size_t length) const {
   if (length == 0) return;
   const size_t blocks = (length - 1) / 8 + 1;
   for (size_t offset = 0; offset < blocks * 8; offset += 8) {

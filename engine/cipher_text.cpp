@@ -14,12 +14,14 @@ int hexDigit(wchar_t c) {
   return -1;
 }
 
-class_blowfish& programCipher() {
-  static class_blowfish cipher = [] {
-    class_blowfish c;
-    c.initialize(class_blowfish::kProgramKey, 0);
-    return c;
-  }();
+// Keyed once, where it lives, on first use.
+class ProgramCipher : public class_blowfish {
+ public:
+  ProgramCipher() { initialize(kProgramKey, 0); }
+};
+
+const class_blowfish& programCipher() {
+  static const ProgramCipher cipher;
   return cipher;
 }
 

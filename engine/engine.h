@@ -19,16 +19,19 @@ using Presets = std::map<std::wstring, std::wstring>;
 class Engine {
  public:
   explicit Engine(const FunctionRegistry& registry) : registry_(registry) {}
-  ~Engine();
 
   // Root and version checks, variables, trace file, function lists, labels.
   bool prepare(TiXmlDocument& document, const Presets& presets);
   // Runs the prepared script to its end.
   void run();
+  // The prepared script's first function (nullptr for an empty script).
+  FunctionBase* first() const { return head_.get(); }
   // One step of the loop: runs `function`, returns what runs next.
   FunctionBase* step(FunctionBase* function);
   // Resets variables, frees leaked handles and the function lists, closes the trace.
   void reset();
+  // The run's variables, for tests that read what a script left.
+  VariableStore& variables() { return runtime_.variables; }
 
  private:
   bool buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head);

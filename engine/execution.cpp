@@ -53,6 +53,8 @@ FunctionBase* Engine::step(FunctionBase* f) {
     const std::wstring error = e->getErrorText();
     runtime_.variables.set(L"error", error);
     if (auto it = e->errorHandlers.find(error); it != e->errorHandlers.end()) {
+      // No full stop before "err=", unlike the other handlers: the program's
+      // established wording, which scripts and log readers match.
       log(L"Entering onerrorspec handler err='%s'", error.c_str());
       return it->second.get();
     }
@@ -76,7 +78,5 @@ void Engine::reset() {
   head_.reset();
   setTraceFile(L"");
 }
-
-Engine::~Engine() { head_.reset(); }
 
 }  // namespace engine

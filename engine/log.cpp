@@ -1,20 +1,18 @@
 #include "engine/log.h"
 
 #include <cstdarg>
-#include <cstdio>
-#include <share.h>
-#include <windows.h>
 
-#include "platform/error_text.h"
 #include "platform/format.h"
+#include "platform/output.h"
 #include "platform/text.h"
+#include "platform/trace_file.h"
 
 namespace engine {
 namespace {
 
 struct LogState {
   bool debug = false;
-  FILE* trace = nullptr;
+  platform::TraceFile trace;
   // Reused across calls: the log sits on every function's hot path.
   std::wstring text;
   std::string utf8;
@@ -25,23 +23,9 @@ LogState& state() {
   return instance;
 }
 
-LONG WINAPI flushBeforeCrash(EXCEPTION_POINTERS*) {
-  std::fflush(stdout);
-  return EXCEPTION_CONTINUE_SEARCH;
-}
-
-struct StdoutSetup {
-  StdoutSetup() {
-    // Fully buffered for speed; flushed at exit and before a crash report.
-    std::setvbuf(stdout, nullptr, _IOFBF, 1 << 16);
-    SetUnhandledExceptionFilter(flushBeforeCrash);
-  }
-};
-
 }  // namespace
 
 void log(const wchar_t* format, ...) {
-  static StdoutSetup setup;
   LogState& s = state();
   va_list args;
   va_start(args, format);
@@ -51,31 +35,21 @@ void log(const wchar_t* format, ...) {
   s.utf8.clear();
   platform::appendUtf8(s.text, s.utf8);
   s.utf8.push_back('\n');  // text-mode stdout writes CR LF
-  std::fwrite(s.utf8.data(), 1, s.utf8.size(), stdout);
+  platform::writeOutput(s.utf8);
 
-  if (s.debug) OutputDebugStringW(s.text.c_str());
+  if (s.debug) platform::debugOutput(s.text);
 
-  if (s.trace) {
-    std::fputws(s.text.c_str(), s.trace);
-    std::fputws(L"\n", s.trace);
-    std::fflush(s.trace);
-  }
+  // A line the trace file cannot take is lost there only: the run goes on.
+  if (s.trace.isOpen()) s.trace.writeLine(s.text);
 }
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }
 
 uint32_t setTraceFile(const std::wstring& path) {
   LogState& s = state();
-  if (s.trace) {
-    std::fclose(s.trace);
-    s.trace = nullptr;
-  }
+  s.trace.close();
   if (path.empty()) return 0;
-  SetLastError(0);
-  s.trace = _wfsopen(path.c_str(), L"at, ccs=UTF-8", _SH_DENYWR);
-  return s.trace ? 0 : platform::lastErrorOr(2);
+  return s.trace.open(path);
 }
-
-void flushLog() { std::fflush(stdout); }
 
 }  // namespace engine

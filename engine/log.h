@@ -15,7 +15,4 @@ void setDebugOutput(bool enabled);
 // empty. Returns 0 or the Windows error code of the failed open.
 uint32_t setTraceFile(const std::wstring& path);
 
-// Pushes buffered standard output to its destination (before the process ends).
-void flushLog();
-
 }  // namespace engine

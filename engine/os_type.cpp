@@ -1,23 +1,21 @@
 #include "engine/os_type.h"
 
-#include <windows.h>
+#include "platform/environment.h"
 
 namespace engine {
+namespace {
+
+constexpr unsigned kWorkstation = 1;  // VER_NT_WORKSTATION
+
+}  // namespace
 
 COsType::COsType() {
-  using RtlGetVersionFn = LONG(WINAPI*)(OSVERSIONINFOEXW*);
-  OSVERSIONINFOEXW info{};
-  info.dwOSVersionInfoSize = sizeof(info);
-  HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
-  auto rtlGetVersion =
-      ntdll ? reinterpret_cast<RtlGetVersionFn>(reinterpret_cast<void*>(GetProcAddress(ntdll, "RtlGetVersion")))
-            : nullptr;
-  if (rtlGetVersion) rtlGetVersion(&info);
-  class_ = classify(info.dwMajorVersion, info.dwMinorVersion, info.wProductType);
+  const platform::OsVersion version = platform::osVersion();
+  class_ = classify(version.major, version.minor, version.productType);
 }
 
 COsType::Class COsType::classify(unsigned major, unsigned minor, unsigned productType) {
-  if (productType != VER_NT_WORKSTATION) return Unknown;
+  if (productType != kWorkstation) return Unknown;
   if (major == 6 && minor == 1) return Windows7;
   if (major == 6 && (minor == 2 || minor == 3)) return Windows8;
   if (major == 10 && minor == 0) return Windows10;

@@ -11,7 +11,6 @@ class COsType {
   // Reads the version with RtlGetVersion, which, unlike GetVersionEx, is not
   // capped by the program's manifest.
   COsType();
-  Class osClass() const { return class_; }
   // "7", "8", "10", or empty for servers and other versions.
   const wchar_t* text() const;
 

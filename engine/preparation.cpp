@@ -61,6 +61,7 @@ bool Engine::prepare(TiXmlDocument& document, const Presets& presets) {
   if (!buildList(nullptr, *root, head_)) return false;
   for (const auto& [name, function] : labels_) {
     if (!function) {
+      // "reffered" is the program's established wording, which scripts and log readers match.
       log(L"Label '%s' is reffered, but not present", name.c_str());
       return false;
     }

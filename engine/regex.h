@@ -18,7 +18,6 @@ class Regex {
   // of their opening parentheses (empty for a group that took no part).
   // std::nullopt when there is no match or the match exceeded its bounds.
   std::optional<std::vector<std::wstring>> match(const std::wstring& text) const;
-  bool matches(const std::wstring& text) const { return test(text).value_or(false); }
   // Whole-text match without groups; std::nullopt when the match exceeded its
   // bounds, so callers can choose what "undecided" means for them.
   std::optional<bool> test(const std::wstring& text) const;

@@ -1,20 +1,11 @@
 #include "engine/script_file.h"
 
-#include <cstdio>
-#include <memory>
-#include <share.h>
-#include <windows.h>
-
 #include <tinyxml.h>
 
-#include "platform/error_text.h"
 #include "platform/text.h"
-#include "platform/unique_file.h"
 
 namespace engine {
 namespace {
-
-using platform::UniqueFile;
 
 std::string utf16ToUtf8(const char* bytes, size_t length, bool bigEndian) {
   std::wstring text(length / 2, L'\0');
@@ -31,27 +22,6 @@ bool startsWith(const char* bytes, size_t length, std::string_view prefix) {
 }
 
 }  // namespace
-
-uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes) {
-  SetLastError(0);
-  UniqueFile file(_wfsopen(path.c_str(), L"rb", _SH_DENYWR));
-  if (!file) return platform::lastErrorOr(30);
-  std::fseek(file.get(), 0, SEEK_END);
-  const long length = std::ftell(file.get());
-  std::fseek(file.get(), 0, SEEK_SET);
-  if (length <= 0) return 1006;
-  bytes.resize(static_cast<size_t>(length));
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-  return 0;
-}
-
-uint32_t writeWholeFile(const std::wstring& path, const std::vector<unsigned char>& bytes) {
-  SetLastError(0);
-  UniqueFile file(_wfsopen(path.c_str(), L"wb", _SH_DENYRW));
-  if (!file) return platform::lastErrorOr(30);
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) return platform::lastErrorOr(29);
-  return 0;
-}
 
 std::string scriptTextToUtf8(const char* bytes, size_t length) {
   if (startsWith(bytes, length, "\xFF\xFE")) return utf16ToUtf8(bytes + 2, length - 2, false);

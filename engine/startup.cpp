@@ -1,8 +1,7 @@
 #include "engine/startup.h"
 
-#include <windows.h>
-
 #include <cwchar>
+#include <string_view>
 #include <vector>
 
 #include <tinyxml.h>
@@ -12,41 +11,26 @@
 #include "engine/engine.h"
 #include "engine/log.h"
 #include "engine/script_file.h"
+#include "platform/environment.h"
+#include "platform/output_file.h"
+#include "platform/privileges.h"
+#include "platform/read_file.h"
 
 namespace engine {
 namespace {
 
 void enablePrivileges() {
-  HANDLE token = nullptr;
-  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token)) return;
-  static const wchar_t* const names[] = {L"SeLoadDriverPrivilege",    L"SeDebugPrivilege",
-                                         L"SeManageVolumePrivilege",  L"SeProfileSingleProcessPrivilege",
-                                         L"SeSecurityPrivilege",      L"SeShutdownPrivilege",
-                                         L"SeSystemProfilePrivilege", L"SeImpersonatePrivilege",
-                                         L"SeIncreaseQuotaPrivilege", L"SeAssignPrimaryTokenPrivilege"};
-  for (const wchar_t* name : names) {
-    TOKEN_PRIVILEGES privileges{};
-    if (!LookupPrivilegeValueW(nullptr, name, &privileges.Privileges[0].Luid)) continue;
-    privileges.PrivilegeCount = 1;
-    privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
-    AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
-  }
-  CloseHandle(token);
+  platform::enablePrivileges({L"SeLoadDriverPrivilege", L"SeDebugPrivilege", L"SeManageVolumePrivilege",
+                              L"SeProfileSingleProcessPrivilege", L"SeSecurityPrivilege", L"SeShutdownPrivilege",
+                              L"SeSystemProfilePrivilege", L"SeImpersonatePrivilege", L"SeIncreaseQuotaPrivilege",
+                              L"SeAssignPrimaryTokenPrivilege"});
 }
 
+// The usage texts, and the argument errors, end in "\n" and so leave a blank
+// line: the program's established output, which scripts and log readers match.
 void logUsage(const std::wstring& error, const wchar_t* program) {
   if (!error.empty()) log(L"%s\n", error.c_str());
   log(L"Usage:\n%s [/file | /encfile] <xmlpath> [/debug] [/var key value]*\n", program);
-}
-
-std::wstring programPath() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    if (length == 0) return {};
-    if (length < path.size()) return path.substr(0, length);
-    path.resize(path.size() * 2);
-  }
 }
 
 // Encrypted text ends at the zero padding; UTF-16 text keeps its own zero bytes.
@@ -61,7 +45,7 @@ size_t decryptedTextLength(const std::vector<unsigned char>& text) {
 int encryptInPlace(const std::wstring& path) {
   log(L"Encrypting");
   std::vector<unsigned char> bytes;
-  if (uint32_t error = readWholeFile(path, bytes)) {
+  if (uint32_t error = platform::readWholeFile(path, bytes)) {
     log(L"Error reading file '%s': %d", path.c_str(), error);
     return static_cast<int>(error);
   }
@@ -69,19 +53,24 @@ int encryptInPlace(const std::wstring& path) {
   class_blowfish blowfish;
   blowfish.initialize(class_blowfish::kProgramKey, 0);
   blowfish.encrypt(bytes.data(), cipher.data(), bytes.size());
-  const uint32_t error = writeWholeFile(path, cipher);
+  // The ciphertext replaces the script only once it is whole on the disk.
+  const uint32_t error =
+      platform::replaceFile(path, std::string_view(reinterpret_cast<const char*>(cipher.data()), cipher.size()));
+  // "writting" is the program's established wording, which scripts and log readers match.
   if (error) log(L"Error writting file '%s': %d", path.c_str(), error);
   log(L"End");
   return static_cast<int>(error);
 }
 
 // Loads the script into `document`; returns 0 or the exit code of the failure.
+// The "\n" that ends each load failure's text leaves a blank line after it:
+// the program's established output, which scripts and log readers match.
 int loadScript(const CommandLine& args, TiXmlDocument& document) {
   const std::wstring path = args.scriptPath;
   std::vector<unsigned char> bytes;
   if (!args.decrypt) {
     log(L"Loading xml");
-    const uint32_t error = readWholeFile(path, bytes);
+    const uint32_t error = platform::readWholeFile(path, bytes);
     if (error || !parseScript(reinterpret_cast<const char*>(bytes.data()), bytes.size(), document)) {
       log(L"Cannot load xml file '%s'\n", path.c_str());
       return -3;
@@ -89,7 +78,7 @@ int loadScript(const CommandLine& args, TiXmlDocument& document) {
     return 0;
   }
   log(L"Decrypting");
-  if (uint32_t error = readWholeFile(path, bytes)) {
+  if (uint32_t error = platform::readWholeFile(path, bytes)) {
     log(L"Error reading file '%s': %d", path.c_str(), error);
     return static_cast<int>(error);
   }
@@ -175,7 +164,7 @@ int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     error = L"Argument pair '/file <xmlpath>' is missing";
   else if (!*args.scriptPath)
     error = L"The XML path is empty";
-  if (!error.empty() || (!args.encrypt && !checkScriptPath(args.scriptPath, programPath(), error))) {
+  if (!error.empty() || (!args.encrypt && !checkScriptPath(args.scriptPath, platform::modulePath(), error))) {
     logUsage(error, argv[0]);
     return -2;
   }

@@ -1,11 +1,4 @@
-// rand_s is declared only when this comes before the first C runtime header.
-#define _CRT_RAND_S
-#include <stdlib.h>
-
 #include "engine/variables.h"
-
-#include <windows.h>
-#include <shlwapi.h>
 
 #include <algorithm>
 #include <cwctype>
@@ -14,38 +7,13 @@
 #include "engine/handles.h"
 #include "engine/integer.h"
 #include "engine/os_type.h"
+#include "platform/clock.h"
+#include "platform/environment.h"
+#include "platform/file_system.h"
 #include "platform/format.h"
+#include "platform/path.h"
 
 namespace engine {
-namespace {
-
-// Calls a Win32 "fill this buffer" function, retrying once with the size it asks for.
-template <class Call>
-std::wstring withGrowingBuffer(size_t initial, Call call) {
-  std::wstring buffer(initial, L'\0');
-  DWORD length = call(buffer.data(), static_cast<DWORD>(buffer.size()));
-  if (length > buffer.size()) {
-    buffer.assign(length, L'\0');
-    length = call(buffer.data(), static_cast<DWORD>(buffer.size()));
-    if (length > buffer.size()) return {};
-  }
-  buffer.resize(length);
-  return buffer;
-}
-
-uint32_t randomNumber() {
-  unsigned int value = 0;
-  rand_s(&value);
-  return (value + GetTickCount() + GetCurrentProcessId()) % 50000u;
-}
-
-std::wstring modulePath() {
-  wchar_t path[MAX_PATH] = {};
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  return path;
-}
-
-}  // namespace
 
 std::wstring normaliseIndex(const std::wstring& index) {
   if (index.empty() || !std::all_of(index.begin(), index.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; }))
@@ -134,26 +102,20 @@ std::wstring VariableStore::expand(std::wstring_view text) {
       out.append(*value);
       pos = close + 1;
     } else if (equalsIgnoreAsciiCase(name, L"random")) {
-      out.append(std::to_wstring(randomNumber()));
+      out.append(std::to_wstring(platform::randomNumber() % 50000u));
       pos = close + 1;
     } else {
-      const std::wstring reference = L"%" + name + L"%";
-      std::wstring expanded = withGrowingBuffer(1024, [&](wchar_t* buffer, DWORD size) {
-        return ExpandEnvironmentStringsW(reference.c_str(), buffer, size);
-      });
-      if (expanded.empty()) {
+      std::optional<std::wstring> expanded = platform::expandEnvironment(L"%" + name + L"%");
+      if (!expanded) {
         // Copy the text up to the closing %, which may open the next reference.
         out.append(text.substr(open, close - open));
         pos = close;
         continue;
       }
-      if (expanded.back() == L'\0') expanded.pop_back();
-      if (PathFileExistsW(expanded.c_str())) {
-        std::wstring longForm = withGrowingBuffer(
-            1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(expanded.c_str(), buffer, size); });
-        if (!longForm.empty()) expanded = std::move(longForm);
+      if (platform::pathExists(*expanded)) {
+        if (std::optional<std::wstring> longForm = platform::longPathName(*expanded)) expanded = std::move(longForm);
       }
-      out.append(expanded);
+      out.append(*expanded);
       pos = close + 1;
     }
   }
@@ -162,16 +124,12 @@ std::wstring VariableStore::expand(std::wstring_view text) {
 
 void VariableStore::reset() {
   table_.clear();
-  wchar_t current[MAX_PATH] = {};
-  GetCurrentDirectoryW(MAX_PATH, current);
-  const std::wstring engine = modulePath();
-  std::wstring directory = engine;
-  PathRemoveFileSpecW(directory.data());
-  directory.resize(wcslen(directory.c_str()));
+  const std::wstring engine = platform::modulePath();
+  std::wstring directory = platform::parentPath(engine);
   if (directory.empty() || directory.back() != L'\\') directory.push_back(L'\\');
 
-  set(L"currentdir", current);
-  set(L"enginefname", PathFindFileNameW(engine.c_str()));
+  set(L"currentdir", platform::currentDirectory());
+  set(L"enginefname", std::wstring(platform::fileName(engine)));
   set(L"enginedir", directory);
   set(L"arch", L"x64");
   set(L"os", osClassText());

@@ -1,114 +1,43 @@
 #pragma once
-// Owners for find and file handles, directory listing and path joining, for
-// the functions that walk and change the file system.
-#include <windows.h>
-
+// Files and directories: queries, copy, move, delete, directory creation and
+// removal, last write times. Every call that changes the disk returns 0 or the
+// Windows error code of the failure, and passes through the fault seam.
+#include <cstdint>
+#include <optional>
 #include <string>
-#include <string_view>
 
 namespace platform {
 
-// Closes a FindFirstFile handle on every path out.
-class FindHandle {
- public:
-  FindHandle() = default;
-  explicit FindHandle(HANDLE handle) : handle_(handle) {}
-  FindHandle(const FindHandle&) = delete;
-  FindHandle& operator=(const FindHandle&) = delete;
-  ~FindHandle() { reset(); }
-  void reset(HANDLE handle = INVALID_HANDLE_VALUE) {
-    if (handle_ != INVALID_HANDLE_VALUE) FindClose(handle_);
-    handle_ = handle;
-  }
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const { return handle_; }
+bool pathExists(const std::wstring& path);
+bool isDirectory(const std::wstring& path);
+// Whether both paths are on the same root (drive or share).
+bool sameRoot(const std::wstring& a, const std::wstring& b);
 
- private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
-};
+// Clears the read-only attribute of a file or directory that has it, so that
+// it can be overwritten or removed. The second form takes attributes already
+// known from a listing.
+void clearReadOnly(const std::wstring& path);
+void clearReadOnly(const std::wstring& path, uint32_t attributes);
 
-// Closes a CreateFile handle on every path out.
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE handle) : handle_(handle) {}
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-  ~FileHandle() {
-    if (valid()) CloseHandle(handle_);
-  }
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr; }
-  HANDLE get() const { return handle_; }
+uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists);
+// MoveFileExW with its MOVEFILE_* flags.
+uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags);
+// Leaves the file to be deleted at the next restart.
+uint32_t deleteAtRestart(const std::wstring& path);
+// Deletes a file, clearing its read-only attribute (known from a listing) first.
+uint32_t deleteFile(const std::wstring& path, uint32_t attributes);
 
- private:
-  HANDLE handle_;
-};
-
-// The entries matching a FindFirstFileW pattern, one at a time:
-//   for (DirectoryListing list(pattern); list.valid(); list.next()) use(list.entry());
-// When the listing cannot start, error() holds GetLastError() of that attempt.
-class DirectoryListing {
- public:
-  explicit DirectoryListing(const std::wstring& pattern) {
-    // The basic information level skips the 8.3 names nobody here reads.
-    HANDLE handle = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry_, FindExSearchNameMatch, nullptr,
-                                     FIND_FIRST_EX_LARGE_FETCH);
-    if (handle == INVALID_HANDLE_VALUE) error_ = GetLastError();
-    handle_.reset(handle);
-  }
-  bool valid() const { return handle_.valid(); }
-  DWORD error() const { return error_; }
-  const WIN32_FIND_DATAW& entry() const { return entry_; }
-  const wchar_t* name() const { return entry_.cFileName; }
-  bool isDirectory() const { return (entry_.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
-  bool isDots() const {
-    const wchar_t* n = entry_.cFileName;
-    return n[0] == L'.' && (n[1] == 0 || (n[1] == L'.' && n[2] == 0));
-  }
-  // Moves to the next entry; at the end the listing becomes invalid.
-  void next() {
-    if (!FindNextFileW(handle_.get(), &entry_)) handle_.reset();
-  }
-  // Ends the listing early (before removing the directory it lists).
-  void close() { handle_.reset(); }
-
- private:
-  FindHandle handle_;
-  WIN32_FIND_DATAW entry_{};
-  DWORD error_ = 0;
-};
-
-inline bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
-
-// left + "\" + right, without doubling a separator at the seam.
-inline std::wstring joinPath(std::wstring_view left, std::wstring_view right) {
-  while (!right.empty() && isSeparator(right.front())) right.remove_prefix(1);
-  std::wstring out;
-  out.reserve(left.size() + right.size() + 1);
-  out.append(left);
-  if (out.empty() || !isSeparator(out.back())) out.push_back(L'\\');
-  out.append(right);
-  return out;
-}
-
-// The path without its last component ("" when there is none).
-inline std::wstring parentPath(const std::wstring& path) {
-  const size_t cut = path.find_last_of(L"\\/");
-  return cut == std::wstring::npos ? std::wstring() : path.substr(0, cut);
-}
-
+// 183 when the directory already exists.
+uint32_t createDirectory(const std::wstring& path);
 // Creates `path` and any missing parents; true when it exists as a directory afterwards.
-inline bool createDirectories(const std::wstring& path) {
-  if (CreateDirectoryW(path.c_str(), nullptr)) return true;
-  DWORD error = GetLastError();
-  if (error == ERROR_PATH_NOT_FOUND) {
-    const std::wstring parent = parentPath(path);
-    if (parent.empty() || parent == path || !createDirectories(parent)) return false;
-    if (CreateDirectoryW(path.c_str(), nullptr)) return true;
-    error = GetLastError();
-  }
-  const DWORD attributes = GetFileAttributesW(path.c_str());
-  return error == ERROR_ALREADY_EXISTS && attributes != INVALID_FILE_ATTRIBUTES &&
-         (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
+bool createDirectories(const std::wstring& path);
+// Removes an empty directory; one refused with 5 is tried again without its read-only attribute.
+uint32_t removeDirectory(const std::wstring& path);
+
+// The last write time in 100 ns units, as the directory entry reports it;
+// nothing when the file does not exist.
+std::optional<uint64_t> lastWriteTime(const std::wstring& path);
+// True when both files exist and were last written at the same time.
+bool sameLastWriteTime(const std::wstring& a, const std::wstring& b);
 
 }  // namespace platform

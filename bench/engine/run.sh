@@ -3,25 +3,14 @@
 #  1. preparing a script of 100,000 elements vs TinyXML alone parsing it;
 #  2. 1,000,000 iterations of addInt/test/goto with standard output to a file
 #     vs the C runtime alone writing the same lines.
+# Usage: bench/engine/run.sh [build dir]   (default: build)
 set -euo pipefail
-root=$(cd "$(dirname "$0")/../.." && pwd)
-build=$root/build
-cmake --build "$build" --target upkeep bench_tinyxml_parse bench_crt_log >/dev/null
-prefix=$build/wineprefix
+source "$(dirname "$0")/../lib.sh"
+bench_init "${1:-}"
+bench_build upkeep bench_tinyxml_parse bench_crt_log
 work=$(mktemp -d)
-trap 'cd "$root"; rm -rf "$work"; "$root/cmake/wine-server.sh" stop "$prefix"' EXIT
-"$root/cmake/wine-server.sh" start "$prefix"
-run() { "$root/cmake/wine-run.sh" "$prefix" "$@"; }
-now() { date +%s%N; }
-best_of_3() {  # prints the best wall-clock milliseconds of a command
-  local best=
-  for _ in 1 2 3; do
-    local t0 t1; t0=$(now); "$@" >/dev/null; t1=$(now)
-    local ms=$(( (t1 - t0) / 1000000 ))
-    if [ -z "$best" ] || [ "$ms" -lt "$best" ]; then best=$ms; fi
-  done
-  echo "$best"
-}
+bench_on_exit 'rm -rf "$work"'
+bench_wine
 cd "$work"
 
 # 1. Preparation: the script exits at once, so its run time is load + preparation.
@@ -36,12 +25,12 @@ open("big.xml", "w").write('<script version="1.1"><exit code="0"/>' + "".join(bo
 PY
 elements=$(grep -o '<[a-zA-Z]' big.xml | wc -l)
 echo '<script version="1.1"><exit code="0"/></script>' > small.xml
-startup=$(best_of_3 run "$build/upkeep.exe" /file small.xml)
-whole=$(best_of_3 run "$build/upkeep.exe" /file big.xml)
-parse=$(run "$build/bench/bench_tinyxml_parse.exe" big.xml | tr -d '\r')
+times=$(bench_best 3 wine_run "$build/upkeep.exe" /file small.xml -- wine_run "$build/upkeep.exe" /file big.xml)
+read -r startup whole <<< "$times"
+parse=$(wine_run "$build/bench/bench_tinyxml_parse.exe" big.xml | tr -d '\r')
 prepare=$(( whole - startup ))
 echo "preparation: $elements elements, upkeep load+prepare ${prepare} ms, TinyXML parse alone ${parse} ms"
-python3 -c "print('preparation ratio (load+prepare / parse): %.2f' % ($prepare / $parse))"
+echo "preparation ratio (load+prepare / parse): $(bench_ratio "$prepare" "$parse")"
 
 # 2. The loop, standard output to a file.
 cat > loop.xml <<'XML'
@@ -50,8 +39,9 @@ cat > loop.xml <<'XML'
   <test left="%n%" operator="&lt;" right="1000000" type="number"><onTrue><goto target="top"/></onTrue></test>
 </script>
 XML
-t0=$(now); run "$build/upkeep.exe" /file loop.xml > loop.out; t1=$(now)
-t2=$(now); run "$build/bench/bench_crt_log.exe" 1000000 > crt.out; t3=$(now)
-loop=$(( (t1 - t0) / 1000000 )); crt=$(( (t3 - t2) / 1000000 ))
+loop_upkeep() { wine_run "$build/upkeep.exe" /file loop.xml > loop.out; }
+loop_crt() { wine_run "$build/bench/bench_crt_log.exe" 1000000 > crt.out; }
+times=$(bench_best 1 loop_upkeep -- loop_crt)
+read -r loop crt <<< "$times"
 echo "loop: 1,000,000 iterations, upkeep ${loop} ms ($(wc -l < loop.out) lines), C runtime alone ${crt} ms ($(wc -l < crt.out) lines)"
-python3 -c "print('loop ratio: %.2f' % ($loop / $crt))"
+echo "loop ratio: $(bench_ratio "$loop" "$crt")"

@@ -5,15 +5,12 @@
 #  2. fileFind with depth 3 over the tree vs `cmd /c dir /s /b`.
 # Usage: bench/files/run.sh [build dir]   (default: build)
 set -euo pipefail
-root=$(cd "$(dirname "$0")/../.." && pwd)
-build=$(realpath "${1:-$root/build}")
-cmake --build "$build" --target upkeep >/dev/null
-prefix=$build/wineprefix
+source "$(dirname "$0")/../lib.sh"
+bench_init "${1:-}"
+bench_build upkeep
 work=$(mktemp -d "$build/bench-files.XXXXXX")
-trap 'cd "$root"; rm -rf "$work"; "$root/cmake/wine-server.sh" stop "$prefix"' EXIT
-"$root/cmake/wine-server.sh" start "$prefix"
-run() { "$root/cmake/wine-run.sh" "$prefix" "$@"; }
-now() { date +%s%N; }
+bench_on_exit 'rm -rf "$work"'
+bench_wine
 cd "$work"
 
 python3 - <<'PY'
@@ -38,29 +35,15 @@ cat > find.xml <<XML
 <script version="1.1"><fileFind dir="$win\\tree" pattern="*" var="v" delim=";" depth="3"/></script>
 XML
 
-# Runs each command three times, alternating, and keeps the best of each.
-best_ours= best_ref=
-bench() {  # bench <our command...> -- <reference command...>
-  local ours=() ref=() seen=0
-  for arg in "$@"; do
-    if [ "$arg" = -- ]; then seen=1; elif [ $seen = 0 ]; then ours+=("$arg"); else ref+=("$arg"); fi
-  done
-  best_ours= best_ref=
-  for i in 1 2 3; do
-    rm -rf ours ref
-    local t0 t1 ms
-    t0=$(now); "${ours[@]}" >/dev/null; t1=$(now); ms=$(( (t1 - t0) / 1000000 ))
-    if [ -z "$best_ours" ] || [ "$ms" -lt "$best_ours" ]; then best_ours=$ms; fi
-    t0=$(now); "${ref[@]}" >/dev/null; t1=$(now); ms=$(( (t1 - t0) / 1000000 ))
-    if [ -z "$best_ref" ] || [ "$ms" -lt "$best_ref" ]; then best_ref=$ms; fi
-  done
-}
-
-bench run "$build/upkeep.exe" /file copy.xml /var dest ours -- run xcopy "$win\\tree" "$win\\ref" /E /I /Y
+# Three rounds, alternating, the copies' targets removed before each round.
+times=$(BENCH_PREPARE='rm -rf ours ref' bench_best 3 \
+  wine_run "$build/upkeep.exe" /file copy.xml /var dest ours -- wine_run xcopy "$win\\tree" "$win\\ref" /E /I /Y)
+read -r best_ours best_ref <<< "$times"
 test "$(find ours -type f | wc -l)" = 5000 && test "$(find ref -type f | wc -l)" = 5000
 printf 'dirCopyRec, 5,000 files (%d MB): upkeep %d ms, xcopy /E /I /Y %d ms, ratio %s\n' \
-  $((total_bytes / 1000000)) "$best_ours" "$best_ref" "$(echo "scale=2; $best_ours / $best_ref" | bc)"
+  $((total_bytes / 1000000)) "$best_ours" "$best_ref" "$(bench_ratio "$best_ours" "$best_ref")"
 
-bench run "$build/upkeep.exe" /file find.xml -- run cmd /c dir /s /b "$win\\tree"
+times=$(bench_best 3 wine_run "$build/upkeep.exe" /file find.xml -- wine_run cmd /c dir /s /b "$win\\tree")
+read -r best_ours best_ref <<< "$times"
 printf 'fileFind depth 3, 5,000 files: upkeep %d ms, cmd /c dir /s /b %d ms, ratio %s\n' \
-  "$best_ours" "$best_ref" "$(echo "scale=2; $best_ours / $best_ref" | bc)"
+  "$best_ours" "$best_ref" "$(bench_ratio "$best_ours" "$best_ref")"

@@ -2,23 +2,16 @@
 # jsonOpen + jsonSave of a 50 MB document through upkeep.exe, against the same
 # work done by picojson alone (picojson_reference.cpp), both built with the
 # same MinGW compiler and flags and run under Wine in the same run.
-#   bench/json/run.sh [build-dir]   (default: build-bench-json, configured from the mingw preset)
+#   bench/json/run.sh [build-dir]   (default: build)
 # Prints the best of RUNS timings of each and their ratio.
 set -euo pipefail
-root=$(cd "$(dirname "$0")/../.." && pwd)
-build=$(realpath -m "${1:-$root/build-bench-json}")
+source "$(dirname "$0")/../lib.sh"
+bench_init "${1:-}"
 runs=${RUNS:-5}
+bench_build upkeep bench_picojson_reference
+reference=$build/bench/bench_picojson_reference.exe
 work=$build/bench-json
 mkdir -p "$work"
-
-[ -f "$build/build.ninja" ] || cmake --preset mingw -B "$build" >/dev/null
-cmake --build "$build" --target upkeep -j2 >/dev/null
-# Same compiler and optimisation as the Release preset; picojson through a
-# directory holding just its header, as the project build does.
-mkdir -p "$work/include" && ln -sf /usr/include/picojson.h "$work/include/picojson.h"
-x86_64-w64-mingw32-g++-posix -std=c++20 -O3 -DNDEBUG -municode -static -I"$work/include" \
-  "$root/bench/json/picojson_reference.cpp" -o "$work/picojson_reference.exe"
-
 cd "$work"
 if [ ! -f doc.json ]; then
   python3 - <<'PY'
@@ -42,27 +35,19 @@ cat > script.xml <<'XML'
 </script>
 XML
 
-prefix=$build/wineprefix
-"$root/cmake/wine-server.sh" start "$prefix"
-trap '"$root/cmake/wine-server.sh" stop "$prefix"' EXIT
-run() { "$root/cmake/wine-run.sh" "$prefix" "$@" >/dev/null; }
-seconds() { local start=$(date +%s.%N); "$@"; echo "$(date +%s.%N) - $start" | bc; }
-best() { sort -g | head -1; }
+bench_wine
 
 # Warm the page cache and both programs once, then alternate the runs.
-run "$build/upkeep.exe" /file script.xml
-run ./picojson_reference.exe doc.json ref_out.json
+wine_run "$build/upkeep.exe" /file script.xml >/dev/null
+wine_run "$reference" doc.json ref_out.json >/dev/null
 cmp upkeep_out.json ref_out.json || { echo "outputs differ" >&2; exit 1; }
-: > upkeep.t; : > buffer.t; : > stream.t
-for ((i = 0; i < runs; i++)); do
-  seconds run "$build/upkeep.exe" /file script.xml >> upkeep.t
-  seconds run ./picojson_reference.exe doc.json ref_out.json buffer >> buffer.t
-  seconds run ./picojson_reference.exe doc.json ref_stream.json stream >> stream.t
-done
+times=$(bench_best "$runs" wine_run "$build/upkeep.exe" /file script.xml \
+  -- wine_run "$reference" doc.json ref_out.json buffer -- wine_run "$reference" doc.json ref_stream.json stream)
+read -r u b s <<< "$times"
 cmp upkeep_out.json ref_stream.json || { echo "stream output differs" >&2; exit 1; }
 
-u=$(best < upkeep.t) b=$(best < buffer.t) s=$(best < stream.t)
+seconds() { awk -v ms="$1" 'BEGIN { printf "%6.2f", ms / 1000 }'; }
 printf 'document: %s bytes, best of %d runs under Wine (process start included)\n' "$(stat -c %s doc.json)" "$runs"
-printf 'upkeep.exe jsonOpen + jsonSave         %6.2f s\n' "$u"
-printf 'picojson alone, whole-buffer I/O       %6.2f s   ratio %.2fx\n' "$b" "$(echo "$u / $b" | bc -l)"
-printf 'picojson alone, stream operators       %6.2f s   ratio %.2fx\n' "$s" "$(echo "$u / $s" | bc -l)"
+printf 'upkeep.exe jsonOpen + jsonSave         %s s\n' "$(seconds "$u")"
+printf 'picojson alone, whole-buffer I/O       %s s   ratio %sx\n' "$(seconds "$b")" "$(bench_ratio "$u" "$b")"
+printf 'picojson alone, stream operators       %s s   ratio %sx\n' "$(seconds "$s")" "$(bench_ratio "$u" "$s")"

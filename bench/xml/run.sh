@@ -1,20 +1,17 @@
-#!/bin/bash
+#!/usr/bin/env bash
 # xmlOpen + 1,000 xmlGetValue + xmlSave on a generated 10 MB configuration file,
 # through the interpreter and through a small program calling TinyXML and the
 # XPath evaluator directly, both under Wine in the same run.
 #   bench/xml/run.sh [build-dir]     (default: build)
 set -euo pipefail
-root=$(cd "$(dirname "$0")/../.." && pwd)
-build=$(cd "${1:-$root/build}" && pwd)
+source "$(dirname "$0")/../lib.sh"
+bench_init "${1:-}"
 runs=${RUNS:-5}
+bench_build upkeep bench_xml_reference
+reference=$build/bench/bench_xml_reference.exe
 work=$build/bench-xml
 mkdir -p "$work"
 cd "$work"
-
-# The reference program, built against the build directory's libraries.
-x86_64-w64-mingw32-g++-posix -std=c++20 -O2 -DTIXML_USE_STL -municode -static \
-  -I"$root" -isystem "$root/third_party/tinyxml" "$root/bench/xml/reference.cpp" \
-  "$build/xpath/libupkeep_xpath.a" "$build/libtinyxml.a" -o reference.exe
 
 # 1,350 sections of 120 settings: about 10 MB.
 python3 - <<'PY'
@@ -52,34 +49,19 @@ with open("script.xml", "w", newline="\n") as f:
 PY
 printf 'document: %s bytes, %s queries\n' "$(stat -c %s config.xml)" "$(wc -l < queries.txt)"
 
-wine_run() { "$root/cmake/wine-run.sh" "$build/wineprefix" "$@"; }
-server() { timeout 60 "$root/cmake/wine-server.sh" "$1" "$build/wineprefix" >/dev/null 2>&1 || true; }
-server stop
-server start
-trap 'server stop' EXIT
+bench_wine
 
-# Best of $runs wall-clock seconds for one command.
-best() {
-  local best_ms=""
-  for _ in $(seq "$runs"); do
-    local start=$(date +%s%N)
-    "$@" > last-output.txt
-    local ms=$(( ($(date +%s%N) - start) / 1000000 ))
-    if [ -z "$best_ms" ] || [ "$ms" -lt "$best_ms" ]; then best_ms=$ms; fi
-  done
-  echo "$best_ms"
-}
-
-ref_ms=$(best wine_run ./reference.exe config.xml queries.txt out-reference.xml)
-upkeep_ms=$(best wine_run "$build/upkeep.exe" /file script.xml)
+run_reference() { wine_run "$reference" config.xml queries.txt out-reference.xml; }
+run_upkeep() { wine_run "$build/upkeep.exe" /file script.xml > last-output.txt; }
+# The process start under Wine, paid by both.
+start_only() { wine_run "$reference" || true; }
+times=$(bench_best "$runs" run_reference -- run_upkeep -- start_only)
+read -r ref_ms upkeep_ms empty_ms <<< "$times"
 errors=$(grep -c "end with error" last-output.txt || true)
 [ "$errors" = 0 ] || { echo "the script reported $errors errors"; exit 1; }
 cmp out-upkeep.xml out-reference.xml || { echo "the saved files differ"; exit 1; }
-# The process start under Wine, paid by both.
-start_only() { wine_run ./reference.exe || true; }
-empty_ms=$(best start_only)
 
 printf 'reference (TinyXML + evaluator): %6d ms\n' "$ref_ms"
 printf 'upkeep.exe script:               %6d ms\n' "$upkeep_ms"
 printf 'process start under Wine:        %6d ms (included in both)\n' "$empty_ms"
-awk -v u="$upkeep_ms" -v r="$ref_ms" 'BEGIN { printf "ratio upkeep / reference:        %6.2fx\n", u / r }'
+printf 'ratio upkeep / reference:        %6.2fx\n' "$(bench_ratio "$upkeep_ms" "$ref_ms")"

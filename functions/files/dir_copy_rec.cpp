@@ -18,9 +18,8 @@ void FunctionDirCopyRecursive::execute() {
   const std::wstring src = expand(src_), dest = expand(dest_);
   engine::log(L"dirCopyRec from '%s' to '%s'. FailIfExists: %d. SkipErrors: %d", src.c_str(), dest.c_str(),
               failIfExists_, ignoreErrors_);
-  uint32_t firstError = 0;
-  copyDirectory(src, dest, CopyOptions{failIfExists_, ignoreErrors_, diffLWTOnly_, &filter_}, firstError);
-  if (firstError) fail(firstError);
+  if (const uint32_t error = copyDirectory(src, dest, CopyOptions{failIfExists_, ignoreErrors_, diffLWTOnly_, &filter_}))
+    fail(error);
   logEnd();
 }
 

@@ -2,6 +2,7 @@
 
 #include "engine/log.h"
 #include "functions/files/functions.h"
+#include "platform/file_system.h"
 
 namespace api::files {
 
@@ -12,9 +13,8 @@ void FunctionDirCreate::execute() {
   clearResult();
   const std::wstring path = expand(path_);
   engine::log(L"dirCreate function called for %s", path.c_str());
-  if (!CreateDirectoryW(path.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
-    if (const DWORD error = GetLastError()) fail(error);
-  }
+  const uint32_t error = platform::createDirectory(path);
+  if (error != 0 && error != ERROR_ALREADY_EXISTS) fail(error);
   logEnd();
 }
 

@@ -7,11 +7,12 @@ namespace api::files {
 void FunctionDirDeleteRecursive::execute() {
   clearResult();
   const std::wstring path = expand(path_);
+  // Punctuated unlike fileDeletePattern's line: the program's established
+  // wording, which scripts and log readers match.
   engine::log(L"dirDeleteRec from '%s'. SkipErrors: %d, afterReboot: %d", path.c_str(), ignoreErrors_,
               afterRebootIfFails_);
-  uint32_t firstError = 0;
-  deleteTree(path, DeleteOptions{ignoreErrors_, renameIfFails_, afterRebootIfFails_}, firstError);
-  if (firstError) fail(firstError);
+  if (const uint32_t error = deleteTree(path, DeleteOptions{ignoreErrors_, renameIfFails_, afterRebootIfFails_}))
+    fail(error);
   logEnd();
 }
 

@@ -1,10 +1,10 @@
 #include <windows.h>
-#include <shlwapi.h>
 
 #include "engine/log.h"
+#include "functions/files/detail/each_entry.h"
 #include "functions/files/functions.h"
-#include "functions/files/last_write_time.h"
 #include "platform/file_system.h"
+#include "platform/path.h"
 
 namespace api::files {
 
@@ -20,30 +20,26 @@ void FunctionFileCopyPattern::execute() {
   const std::wstring src = expand(src_), dest = expand(dest_);
   engine::log(L"fileCopyPattern from '%s' to '%s'. FailIfExists: %d. SkipErrors: %d", src.c_str(), dest.c_str(),
               failIfExists_, ignoreErrors_);
-  if (!PathFileExistsW(dest.c_str())) {
+  if (!platform::pathExists(dest)) {
     fail(ERROR_PATH_NOT_FOUND);
     logEnd();
     return;
   }
-  const std::wstring directory = platform::parentPath(src);
   platform::DirectoryListing list(src);
-  DWORD firstError = list.valid() ? 0 : list.error();
-  for (; list.valid(); list.next()) {
-    if (list.isDirectory()) continue;
-    const std::wstring from = directory.empty() ? list.name() : platform::joinPath(directory, list.name());
-    const std::wstring to = platform::joinPath(dest, list.name());
-    if (!failIfExists_ && diffLWTOnly_ && sameLastWriteTime(from, to)) {
-      engine::log(L"File '%s' skipped due to the same LWT", from.c_str());
-      continue;
-    }
-    if (CopyFileW(from.c_str(), to.c_str(), failIfExists_)) {
-      engine::log(L"File '%s' copied to '%s'", from.c_str(), to.c_str());
-      continue;
-    }
-    const DWORD error = GetLastError();
-    engine::log(L"Cannot copy '%s' to '%s'", from.c_str(), to.c_str());
-    if (firstError == 0) firstError = error;
-    if (!ignoreErrors_) break;
+  uint32_t firstError = list.error();
+  if (list.valid()) {
+    firstError = forEachEntry(list, ignoreErrors_, [&](const platform::DirectoryListing& entry) -> uint32_t {
+      if (entry.isDirectory()) return 0;
+      const std::wstring from = platform::siblingPath(src, entry.name());
+      const std::wstring to = platform::joinPath(dest, entry.name());
+      if (!failIfExists_ && diffLWTOnly_ && platform::sameLastWriteTime(from, to)) {
+        engine::log(L"File '%s' skipped due to the same LWT", from.c_str());
+        return 0;
+      }
+      const uint32_t error = platform::copyFile(from, to, failIfExists_);
+      engine::log(error ? L"Cannot copy '%s' to '%s'" : L"File '%s' copied to '%s'", from.c_str(), to.c_str());
+      return error;
+    });
   }
   if (firstError) fail(firstError);
   logEnd();

@@ -1,8 +1,6 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/functions.h"
-#include "functions/files/last_write_time.h"
+#include "platform/file_system.h"
 
 namespace api::files {
 
@@ -15,10 +13,10 @@ void FunctionFileCopySingle::execute() {
   const std::wstring src = expand(src_), dest = expand(dest_);
   engine::log(L"fileCopySingle from '%s' to '%s'. FailIfExists: %d", src.c_str(), dest.c_str(), failIfExists_);
   // Only an overwriting copy can skip a file that did not change.
-  if (!failIfExists_ && diffLWTOnly_ && sameLastWriteTime(src, dest)) {
+  if (!failIfExists_ && diffLWTOnly_ && platform::sameLastWriteTime(src, dest)) {
     engine::log(L"File '%s' skipped due to the same LWT", src.c_str());
-  } else if (!CopyFileW(src.c_str(), dest.c_str(), failIfExists_)) {
-    if (const DWORD error = GetLastError()) fail(error);
+  } else if (const uint32_t error = platform::copyFile(src, dest, failIfExists_)) {
+    fail(error);
   }
   logEnd();
 }

@@ -1,87 +1,66 @@
 #include "functions/files/file_delete.h"
 
-#include <shlwapi.h>
+#include <windows.h>
 
+#include "functions/files/detail/each_entry.h"
+#include "platform/clock.h"
 #include "platform/file_system.h"
 #include "platform/format.h"
+#include "platform/path.h"
 
 namespace api::files {
 namespace {
 
-std::wstring inDirectory(const std::wstring& directory, const std::wstring& name) {
-  // A pattern without a directory part names files in the current directory.
-  return directory.empty() ? name : directory + L"\\" + name;
-}
-
-// A free name in the same directory, built from the tick count.
-std::wstring renamedPath(const std::wstring& directory, const std::wstring& name) {
-  std::wstring path;
+// A free name beside the file, built from the tick count.
+std::wstring renamedPath(const std::wstring& path) {
+  const std::wstring name(platform::fileName(path));
+  std::wstring renamed;
   do {
-    Sleep(1);
-    path = inDirectory(directory, platform::format(L"deleted_%d_%s", static_cast<int>(GetTickCount()), name.c_str()));
-  } while (PathFileExistsW(path.c_str()));
-  return path;
-}
-
-void removeDirectory(const std::wstring& directory) {
-  if (RemoveDirectoryW(directory.c_str()) || GetLastError() != ERROR_ACCESS_DENIED) return;
-  const DWORD attributes = GetFileAttributesW(directory.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
-    SetFileAttributesW(directory.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
-  RemoveDirectoryW(directory.c_str());
+    platform::sleep(1);
+    renamed = platform::siblingPath(
+        path, platform::format(L"deleted_%d_%s", static_cast<int>(platform::tickCount()), name.c_str()));
+  } while (platform::pathExists(renamed));
+  return renamed;
 }
 
 }  // namespace
 
-uint32_t deleteFile(const std::wstring& directory, const std::wstring& name, DWORD attributes,
-                    const DeleteOptions& options) {
-  std::wstring path = inDirectory(directory, name);
-  if (attributes & FILE_ATTRIBUTE_READONLY) SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
-  if (DeleteFileW(path.c_str())) return 0;
-  uint32_t code = GetLastError();
-  if (code == ERROR_FILE_NOT_FOUND) return 0;
+uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options) {
+  uint32_t code = platform::deleteFile(path, attributes);
+  if (code == 0 || code == ERROR_FILE_NOT_FOUND) return 0;
+  std::wstring remaining = path;
   if (options.renameIfFails) {
-    std::wstring moved = renamedPath(directory, name);
-    if (!MoveFileExW(path.c_str(), moved.c_str(), MOVEFILE_WRITE_THROUGH)) return code;
+    std::wstring moved = renamedPath(path);
+    if (platform::moveFile(path, moved, MOVEFILE_WRITE_THROUGH) != 0) return code;
     code = 0;
-    path = std::move(moved);
+    remaining = std::move(moved);
   }
-  if (options.afterRebootIfFails && !MoveFileExW(path.c_str(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT) &&
-      !options.renameIfFails)
-    code = GetLastError();
+  if (options.afterRebootIfFails) {
+    const uint32_t scheduled = platform::deleteAtRestart(remaining);
+    if (scheduled != 0 && !options.renameIfFails) code = scheduled;
+  }
   return code;
 }
 
-bool deleteTree(const std::wstring& directory, const DeleteOptions& options, uint32_t& firstError) {
-  const DWORD attributes = GetFileAttributesW(directory.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY)) return true;
-  bool result = true;
+uint32_t deleteTree(const std::wstring& directory, const DeleteOptions& options) {
+  if (!platform::isDirectory(directory)) return 0;
   platform::DirectoryListing list(platform::joinPath(directory, L"*"));
-  for (; list.valid(); list.next()) {
-    if (list.isDots()) continue;
-    const std::wstring name = list.name();
-    if (list.isDirectory()) {
-      // A linked directory is unlinked, never entered: its target is not ours.
-      if (list.entry().dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) {
-        RemoveDirectoryW(platform::joinPath(directory, name).c_str());
-        continue;
-      }
-      if (!deleteTree(platform::joinPath(directory, name), options, firstError)) {
-        result = false;
-        if (!options.ignoreErrors) break;
-      }
-      continue;
-    }
-    if (const uint32_t code = deleteFile(directory, name, list.entry().dwFileAttributes, options)) {
-      if (firstError == 0) firstError = code;
-      result = false;
-      if (!options.ignoreErrors) break;
-    }
-  }
+  const uint32_t firstError =
+      forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {
+        if (entry.isDots()) return 0;
+        const std::wstring path = platform::joinPath(directory, entry.name());
+        if (!entry.isDirectory()) return deleteFile(path, entry.attributes(), options);
+        // A linked directory is unlinked, never entered: its target is not ours.
+        if (entry.isLink()) {
+          platform::removeDirectory(path);
+          return 0;
+        }
+        return deleteTree(path, options);
+      });
   list.close();
   // A directory that stays behind (in use, say) is no error.
-  if (result) removeDirectory(directory);
-  return result;
+  if (firstError == 0) platform::removeDirectory(directory);
+  return firstError;
 }
 
 }  // namespace api::files

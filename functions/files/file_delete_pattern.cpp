@@ -1,7 +1,10 @@
+#include <windows.h>
+
 #include "engine/log.h"
+#include "functions/files/detail/each_entry.h"
 #include "functions/files/file_delete.h"
 #include "functions/files/functions.h"
-#include "platform/file_system.h"
+#include "platform/path.h"
 
 namespace api::files {
 
@@ -13,16 +16,17 @@ void FunctionFileDeletePattern::execute() {
   engine::log(L"fileDeletePattern from '%s'. SkipErrors: %d. AfterReboot: %d", path.c_str(), ignoreErrors_,
               afterRebootIfFails_);
   platform::DirectoryListing list(path);
-  uint32_t firstError = 0;
-  if (!list.valid() && list.error() != ERROR_FILE_NOT_FOUND) firstError = list.error();
   const std::wstring directory = platform::parentPath(path);
   const DeleteOptions options{ignoreErrors_, renameIfFails_, afterRebootIfFails_};
-  for (; list.valid(); list.next()) {
-    const uint32_t code = deleteFile(directory, list.name(), list.entry().dwFileAttributes, options);
-    if (code == 0) continue;
-    if (firstError == 0) firstError = code;
-    engine::log(L"Cannot delete '%s\\%s'. Error %d", directory.c_str(), list.name(), static_cast<int>(code));
-    if (!ignoreErrors_) break;
+  // No match at all is nothing to do.
+  uint32_t firstError = list.valid() || list.error() == ERROR_FILE_NOT_FOUND ? 0 : list.error();
+  if (list.valid()) {
+    firstError = forEachEntry(list, ignoreErrors_, [&](const platform::DirectoryListing& entry) -> uint32_t {
+      const uint32_t code = deleteFile(platform::siblingPath(path, entry.name()), entry.attributes(), options);
+      if (code != 0)
+        engine::log(L"Cannot delete '%s\\%s'. Error %d", directory.c_str(), entry.name(), static_cast<int>(code));
+      return code;
+    });
   }
   list.close();
   if (firstError) fail(firstError);

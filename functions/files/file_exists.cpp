@@ -1,8 +1,6 @@
-#include <windows.h>
-#include <shlwapi.h>
-
 #include "engine/log.h"
 #include "functions/files/functions.h"
+#include "platform/file_system.h"
 
 namespace api::files {
 
@@ -10,7 +8,7 @@ namespace api::files {
 void FunctionFileExists::execute() {
   const std::wstring path = expand(path_);
   engine::log(L"fileExists function called for %s", path.c_str());
-  finish(PathFileExistsW(path.c_str()) && !PathIsDirectoryW(path.c_str()));
+  finish(platform::pathExists(path) && !platform::isDirectory(path));
 }
 
 }  // namespace api::files

@@ -5,7 +5,8 @@
 #include "engine/log.h"
 #include "functions/files/delimited_list.h"
 #include "functions/files/functions.h"
-#include "platform/file_system.h"
+#include "platform/directory_listing.h"
+#include "platform/path.h"
 
 namespace api::files {
 namespace {
@@ -19,10 +20,10 @@ struct Search {
 
 // A directory's own matches first, then its child directories depth-first.
 // Returns the error of a listing that could not start, 0 otherwise.
-DWORD searchDirectory(const Search& search, const std::wstring& directory, int32_t level) {
+uint32_t searchDirectory(const Search& search, const std::wstring& directory, int32_t level) {
   if (level > search.maxDepth) return 0;
   platform::DirectoryListing matches(platform::joinPath(directory, search.pattern));
-  const DWORD error = matches.valid() ? 0 : matches.error();
+  const uint32_t error = matches.valid() ? 0 : matches.error();
   for (; matches.valid(); matches.next()) {
     if (matches.isDirectory() != search.directories || matches.isDots()) continue;
     search.found.push_back(platform::joinPath(directory, matches.name()));
@@ -52,7 +53,7 @@ void FunctionFileFind::execute() {
   const wchar_t* tag = name().c_str();
   engine::log(L"%s from '%s\\%s' (depth %d)", tag, root.c_str(), pattern.c_str(), depth_);
   std::vector<std::wstring> found;
-  const DWORD error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);
+  const uint32_t error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);
   variables().set(var_, joinDelimited(found, delim_));
   if (error != 0 && error != ERROR_FILE_NOT_FOUND && error != ERROR_NO_MORE_FILES) fail(error);
   logEnd(tag);

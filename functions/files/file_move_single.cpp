@@ -1,8 +1,8 @@
 #include <windows.h>
-#include <shlwapi.h>
 
 #include "engine/log.h"
 #include "functions/files/functions.h"
+#include "platform/file_system.h"
 
 namespace api::files {
 
@@ -16,22 +16,22 @@ void FunctionFileMoveSingle::execute() {
   clearResult();
   const std::wstring src = expand(src_), dest = expand(dest_);
   const wchar_t* tag = name().c_str();
+  // "After reboot:" without a space is the program's established wording,
+  // which scripts and log readers match.
   engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(), failIfExists_,
               afterReboot_);
-  if (!PathFileExistsW(src.c_str())) {
+  if (!platform::pathExists(src)) {
     fail(ERROR_NOT_FOUND);
   } else {
-    const bool directory = PathIsDirectoryW(src.c_str());
-    const bool sameRoot = PathIsSameRootW(src.c_str(), dest.c_str());
+    const bool directory = platform::isDirectory(src);
+    const bool sameRoot = platform::sameRoot(src, dest);
     if (directory && !sameRoot) {
       fail(ERROR_NOT_SAME_DEVICE);
     } else {
       DWORD flags = afterReboot_ ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
       if (!directory && !afterReboot_ && !sameRoot) flags |= MOVEFILE_COPY_ALLOWED;
       if (!directory && !failIfExists_) flags |= MOVEFILE_REPLACE_EXISTING;
-      if (!MoveFileExW(src.c_str(), dest.c_str(), flags)) {
-        if (const DWORD error = GetLastError()) fail(error);
-      }
+      if (const uint32_t error = platform::moveFile(src, dest, flags)) fail(error);
     }
   }
   logEnd(tag);

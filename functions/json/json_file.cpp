@@ -1,17 +1,10 @@
 #include "functions/json/json_file.h"
 
 #include <cmath>
-#include <cstdio>
 #include <string_view>
-#include <io.h>
-#include <memory>
-
-#include "platform/unique_file.h"
 
 namespace api::json::helpers {
 namespace {
-
-using File = platform::UniqueFile;
 
 // picojson's default context with two fixes for hostile input. Its nesting
 // bound (DEFAULT_MAX_DEPTHS) is only counted for arrays, so objects nested
@@ -99,25 +92,6 @@ std::string outOfRangeMessage(const std::string& text) {
 }
 
 }  // namespace
-
-bool readTextFile(const std::wstring& path, std::string& out) {
-  File file(_wfopen(path.c_str(), L"rt"));
-  if (!file) return false;
-  out.clear();
-  const long long size = _filelengthi64(_fileno(file.get()));
-  if (size > 0) out.reserve(static_cast<size_t>(size));
-  char buffer[1 << 16];
-  size_t got = 0;
-  while ((got = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) out.append(buffer, got);
-  return true;
-}
-
-bool writeTextFile(const std::wstring& path, const std::string& text) {
-  File file(_wfopen(path.c_str(), L"wt"));
-  if (!file) return false;
-  std::fwrite(text.data(), 1, text.size(), file.get());
-  return true;
-}
 
 void parseDocument(const std::string& text, picojson::value& out) {
   picojson::set_last_error(std::string());

@@ -3,6 +3,7 @@
 #include "engine/log.h"
 #include "functions/json/functions.h"
 #include "functions/json/json_file.h"
+#include "platform/read_file.h"
 
 namespace api::json {
 
@@ -14,7 +15,7 @@ void FunctionJsonOpen::execute() {
   engine::log(L"jsonOpen %s with handle %s", path.c_str(), handle_.c_str());
   result_ = false;
   std::string text;
-  if (!helpers::readTextFile(path, text)) {
+  if (!platform::readTextFile(path, text)) {
     engine::log(L"jsonOpen failed opening the file");
   } else {
     try {

@@ -1,7 +1,7 @@
 #include <exception>
 
 #include "functions/json/functions.h"
-#include "functions/json/json_file.h"
+#include "platform/output_file.h"
 
 namespace api::json {
 
@@ -22,7 +22,8 @@ void FunctionJsonSave::execute() {
     engine::log(L"jsonSave failed serializing JSON: %hs", e.what());
     return end(false);
   }
-  if (!helpers::writeTextFile(path, text)) {
+  // The file is replaced only once the whole text is on the disk.
+  if (platform::replaceFile(path, text) != 0) {
     engine::log(L"jsonSave could not open or create file %s", path.c_str());
     return end(false);
   }

@@ -1,27 +1,24 @@
 #include "functions/xml/cov_tiny_xml.h"
 
-#include <cstdio>
-#include <cstring>
 #include <memory>
-#include <windows.h>
 
-#include "platform/unique_file.h"
+#include "functions/xml/detail/document_text.h"
+#include "platform/error_text.h"
+#include "platform/output_file.h"
+#include "platform/read_file.h"
 #include "xpath/xpath.h"
 
 namespace api::xml {
 namespace {
 
-using platform::UniqueFile;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // A file without byte-order mark or XML declaration is UTF-8; otherwise
 // TinyXML decides from the mark or the declared encoding, as its LoadFile does.
-TiXmlEncoding encodingOf(std::FILE* file) {
-  char head[64];
-  const size_t length = std::fread(head, 1, sizeof head, file);
-  size_t at = 0;
-  while (at < length && std::strchr(" \t\r\n", head[at])) ++at;
-  if (length >= 3 && std::memcmp(head, "\xEF\xBB\xBF", 3) == 0) return TIXML_DEFAULT_ENCODING;
-  if (length - at >= 5 && std::memcmp(head + at, "<?xml", 5) == 0) return TIXML_DEFAULT_ENCODING;
+TiXmlEncoding encodingOf(std::string_view head) {
+  if (head.substr(0, 3) == kByteOrderMark) return TIXML_DEFAULT_ENCODING;
+  const size_t at = head.find_first_not_of(" \t\r\n");
+  if (at != std::string_view::npos && head.substr(at, 5) == "<?xml") return TIXML_DEFAULT_ENCODING;
   return TIXML_ENCODING_UTF8;
 }
 
@@ -88,25 +85,21 @@ XmlElementHandle::~XmlElementHandle() {
 
 bool COVTinyXml::load(const wchar_t* path) {
   if (path) fileName_ = path;
-  SetLastError(0);
-  UniqueFile file(_wfopen(fileName_.c_str(), L"rb"));
+  platform::UniqueFile file = platform::openForReading(fileName_);
   if (!file) return false;
-  const TiXmlEncoding encoding = encodingOf(file.get());
+  const std::string head = platform::readHead(file.get(), 64);
+  // TinyXML keeps a byte-order mark it read and writes it back.
+  byteOrderMark_ = head.substr(0, 3) == kByteOrderMark;
   // A read failure leaves its own error; a parse failure leaves none.
-  SetLastError(0);
+  platform::clearLastError();
   held_.dropSubtree(document_);
   // TinyXML's own reader: it normalises line ends before parsing.
-  return document_.LoadFile(file.get(), encoding);
+  return document_.LoadFile(file.get(), encodingOf(head));
 }
 
 bool COVTinyXml::save(const wchar_t* path) {
-  SetLastError(0);
-  // Text mode, as TinyXML's SaveFile opens it: line ends are written as CR LF.
-  std::FILE* file = _wfopen(path ? path : fileName_.c_str(), L"w");
-  if (!file) return false;
-  const bool written = document_.SaveFile(file);
-  const bool closed = std::fclose(file) == 0;
-  return written && closed;
+  saveError_ = platform::replaceFile(path ? path : fileName_, documentText(document_, byteOrderMark_));
+  return saveError_ == 0;
 }
 
 TiXmlNode* COVTinyXml::findNode(TiXmlNode& context, const std::string* xpath) {

@@ -1,5 +1,6 @@
 #pragma once
 // An XML document opened by a script, and the element handles that point into it.
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -60,7 +61,10 @@ class COVTinyXml : public engine::HandleObject {
   // nullptr stands for the file name remembered from the last load. On false,
   // GetLastError() says why (0 when the file was read but is not XML).
   virtual bool load(const wchar_t* path);
+  // Replaces the file whole, or leaves it as it was; on false, saveError()
+  // holds the Windows error code of the failed step.
   virtual bool save(const wchar_t* path);
+  uint32_t saveError() const { return saveError_; }
 
   TiXmlDocument& document() { return document_; }
   HeldElements& held() { return held_; }
@@ -79,6 +83,8 @@ class COVTinyXml : public engine::HandleObject {
  private:
   TiXmlDocument document_;
   std::wstring fileName_;
+  bool byteOrderMark_ = false;
+  uint32_t saveError_ = 0;
   // Declared after the document so it is destroyed first, while handles still
   // point at live elements.
   HeldElements held_;

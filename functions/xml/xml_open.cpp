@@ -16,6 +16,8 @@ bool FunctionXmlOpen::readAttributes() {
 void FunctionXmlOpen::execute() {
   clearResult();
   const std::wstring path = expand(path_);
+  // No space in "'.handle:": the program's established wording, which
+  // scripts and log readers match.
   engine::log(L"xmlOpen from '%s'.handle: %s", path.c_str(), handle_.c_str());
   auto document = std::make_unique<COVTinyXml>();
   if (document->load(path.c_str()))

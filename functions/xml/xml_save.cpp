@@ -3,7 +3,6 @@
 #include "engine/log.h"
 #include "functions/xml/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
-#include "platform/error_text.h"
 
 namespace api::xml {
 
@@ -15,12 +14,14 @@ bool FunctionXmlSave::readAttributes() {
 void FunctionXmlSave::execute() {
   clearResult();
   const std::wstring path = expand(path_);
+  // No space in "'.handle:": the program's established wording, which
+  // scripts and log readers match.
   engine::log(L"xmlSave in '%s'.handle: %s", path.c_str(), handle_.c_str());
   COVTinyXml* document = handles().findAs<COVTinyXml>(handle_);
   if (!document)
     fail(ERROR_INVALID_HANDLE);
   else if (!document->save(path.empty() ? nullptr : path.c_str()))
-    fail(platform::lastErrorOr(ERROR_WRITE_FAULT));
+    fail(document->saveError());
   logEnd();
 }
 

@@ -6,8 +6,11 @@ A cases file holds any number of cases:
     === case: what this case shows
     args: /file script.xml /var name value     (default: /file script.xml)
     exit: -4                                    (default: 0; compared as the shell sees it)
-    --- script.xml                              (any other name: a file written before the run)
-    <script version="1.1">...</script>
+    timeout: 300                                (default: 120; seconds each for setup, run and check)
+    program: prog/upkeep.exe                    (run this copy of the interpreter, which the setup
+                                                 puts in the case directory; default: the built one)
+    --- script.xml                              (a name with a dot or a slash: a file written
+    <script version="1.1">...</script>           before the run, relative to the case directory)
     --- setup                                   (bash, run in the case directory before the run)
     --- expect                                  (the whole standard output, line by line)
     --- expect-in-order                         (lines that must appear in this order)
@@ -17,33 +20,70 @@ A cases file holds any number of cases:
 
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
-the interpreter's directory and {casedir} that of the case's own directory.
-Bash sections get `win` (runs a Windows program in the test prefix) and
-$UPKEEP (the interpreter's Windows-side path is its Linux path).
+the interpreter's directory (the one that runs) and {casedir} that of the
+case's own directory.
+Bash sections get `win` (runs a Windows program in the test prefix),
+`await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
+[none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
+waits until it is ready), `release` (tells it to stop and waits until it has),
+$HELPERS (the helper programs' directory) and $UPKEEP (the interpreter's
+Windows-side path is its Linux path).
+
+Any other section name or header line refuses its case, as does a file name
+that is absolute or contains "..": a case keeps everything it writes inside its
+own directory, and a case that leaves something beside it fails. A setup, run
+or check that outlives its timeout is stopped, with every process it started,
+and fails its case; the next case runs as usual.
 """
 import argparse
 import os
 import re
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 
 SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check"}
 DEBUG_LINE = re.compile(r'^[0-9a-f]*:warn:[a-z]*:OutputDebugStringA "(.*?)"(\.\.\.)?$')
+DEFAULT_TIMEOUT = 120
+BASH_PRELUDE = r"""
+win() { "$WINE_RUN" "$WINE_PREFIX" "$@"; }
+await() { for _ in $(seq 100); do [ -e "$1" ] && return 0; sleep 0.1; done; echo "no $1 after 10 s" >&2; return 1; }
+hold() { win "$HELPERS/hold_file.exe" "$@" >/dev/null 2>&1 & await held.ready; }
+release() {
+  touch held.stop
+  for _ in $(seq 100); do [ -e held.ready ] || return 0; sleep 0.1; done
+  echo "the holder did not stop within 10 s" >&2; return 1
+}
+set -e
+"""
+
+
+def file_name_problem(name):
+    """Why a section name cannot be a file of the case, or None."""
+    if "." not in name and "/" not in name:
+        return "unknown section %r (a file's name has a dot or a slash)" % name
+    if name.startswith("/") or any(part in ("", ".", "..") for part in name.split("/")):
+        return "file %r must be a relative path inside the case directory, without .." % name
+    return None
 
 
 def parse_cases(path):
     cases, case, section = [], None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
         if raw.startswith("=== case:"):
-            case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {}}
+            case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {},
+                    "refused": []}
             cases.append(case)
             section = None
         elif case is None or (raw.startswith("#") and section is None):
             continue
         elif raw.startswith("--- "):
             section = raw[4:].strip()
+            problem = None if section in SECTION_KINDS else file_name_problem(section)
+            if problem:
+                case["refused"].append(problem)
             target = case["sections"] if section in SECTION_KINDS else case["files"]
             target[section] = []
         elif section is None:
@@ -53,6 +93,13 @@ def parse_cases(path):
                 case["exit"] = int(raw[5:].strip())
             elif raw.startswith("timeout:"):
                 case["timeout"] = int(raw[8:].strip())
+            elif raw.startswith("program:"):
+                case["program"] = raw[8:].strip()
+                problem = file_name_problem(case["program"])
+                if problem:
+                    case["refused"].append(problem)
+            elif raw.strip():
+                case["refused"].append("unknown line before the first section: %r" % raw)
         else:
             target = case["sections"] if section in SECTION_KINDS else case["files"]
             target[section].append(raw)
@@ -88,46 +135,76 @@ def in_order(expected, actual):
     return None
 
 
-def bash(script, cwd, env):
-    prelude = 'win() { "$WINE_RUN" "$WINE_PREFIX" "$@"; }\nset -e\n'
-    return subprocess.run(["bash", "-c", prelude + script], cwd=cwd, env=env,
-                          capture_output=True, text=True, errors="replace", timeout=300)
+def run_bounded(command, cwd, env, timeout):
+    """Runs `command` in a session of its own; (returncode, stdout, stderr) as
+    bytes, or None when it outlived `timeout`, after ending all it started."""
+    process = subprocess.Popen(command, cwd=cwd, env=env, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                               stderr=subprocess.PIPE, start_new_session=True)
+    try:
+        stdout, stderr = process.communicate(timeout=timeout)
+        return process.returncode, stdout, stderr
+    except subprocess.TimeoutExpired:
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        try:
+            process.communicate(timeout=10)
+        except subprocess.TimeoutExpired:
+            pass  # something escaped the session and holds the pipes: give up on its output
+        return None
+
+
+def bash(kind, script, cwd, env, timeout):
+    """None when the section passed, else why it failed."""
+    result = run_bounded(["bash", "-c", BASH_PRELUDE + script], cwd, env, timeout)
+    if result is None:
+        return "%s timed out after %d s" % (kind, timeout)
+    returncode, stdout, stderr = result
+    if returncode == 0:
+        return None
+    return "%s failed:\n%s%s" % (kind, stdout.decode("utf-8", "replace"), stderr.decode("utf-8", "replace"))
 
 
 def run_case(case, opts, workdir):
+    if case["refused"]:
+        return case["refused"]
     shutil.rmtree(workdir, ignore_errors=True)
     os.makedirs(workdir)
     for name, lines in case["files"].items():
-        with open(os.path.join(workdir, name), "w", encoding="utf-8", newline="\n") as f:
+        path = os.path.join(workdir, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "w", encoding="utf-8", newline="\n") as f:
             f.write("\n".join(lines) + "\n")
     env = dict(os.environ, WINE_RUN=opts.wine_run, WINE_PREFIX=opts.prefix, UPKEEP=opts.exe,
                HELPERS=opts.helpers or "", LC_ALL="C.UTF-8")
     sections = case["sections"]
+    timeout = case.get("timeout", DEFAULT_TIMEOUT)
     if "setup" in sections:
-        result = bash("\n".join(sections["setup"]), workdir, env)
-        if result.returncode != 0:
-            return ["setup failed:\n" + result.stdout + result.stderr]
+        failure = bash("setup", "\n".join(sections["setup"]), workdir, env, timeout)
+        if failure:
+            return [failure]
     if "expect-debug" in sections:
         env["WINEDEBUG"] = "-all,warn+seh,warn+debugstr"
-    arg_text = case["args"].replace("{exedir}", windows_path(os.path.dirname(opts.exe)))
+    exe = os.path.join(workdir, case["program"]) if "program" in case else opts.exe
+    arg_text = case["args"].replace("{exedir}", windows_path(os.path.dirname(exe)))
     arg_text = arg_text.replace("{casedir}", windows_path(workdir))
     lexer = shlex.shlex(arg_text, posix=True)
     lexer.whitespace_split, lexer.escape = True, ""  # backslashes are Windows paths
     args = list(lexer)
-    try:
-        run = subprocess.run([opts.wine_run, opts.prefix, opts.exe] + args, cwd=workdir, env=env,
-                             capture_output=True, timeout=case.get("timeout", 120))
-    except subprocess.TimeoutExpired:
-        return ["timed out"]
-    output = run.stdout.decode("utf-8", errors="replace").replace("\r\n", "\n").split("\n")
+    run = run_bounded([opts.wine_run, opts.prefix, exe] + args, workdir, env, timeout)
+    if run is None:
+        return ["timed out after %d s" % timeout]
+    returncode, stdout, stderr = run
+    output = stdout.decode("utf-8", errors="replace").replace("\r\n", "\n").split("\n")
     if output and output[-1] == "":
         output.pop()
     problems = []
     expected_exit = case["exit"] & 0xFF
     if expected_exit == 0 and case["exit"] != 0:
         expected_exit = 1  # Wine reports a code whose low byte is 0 as 1
-    if run.returncode != expected_exit:
-        problems.append("exit code %d, expected %d (%d)" % (run.returncode, expected_exit, case["exit"]))
+    if returncode != expected_exit:
+        problems.append("exit code %d, expected %d (%d)" % (returncode, expected_exit, case["exit"]))
     if "expect" in sections:
         expected = sections["expect"]
         if len(expected) != len(output) or not all(map(line_matches, expected, output)):
@@ -143,14 +220,14 @@ def run_case(case, opts, workdir):
         if any(line_matches(line, actual) for actual in output):
             problems.append("unexpected line: %r" % line)
     if "expect-debug" in sections:
-        debug = [m.group(1) for m in map(DEBUG_LINE.match, run.stderr.decode("utf-8", "replace").splitlines()) if m]
+        debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
         missing = in_order(sections["expect-debug"], debug)
         if missing is not None:
             problems.append("debug line not found in order: %r\ndebug output:\n%s" % (missing, "\n".join(debug)))
     if "check" in sections and not problems:
-        result = bash("\n".join(sections["check"]), workdir, env)
-        if result.returncode != 0:
-            problems.append("check failed:\n" + result.stdout + result.stderr)
+        failure = bash("check", "\n".join(sections["check"]), workdir, env, timeout)
+        if failure:
+            problems.append(failure)
     return problems
 
 
@@ -174,7 +251,13 @@ def main():
         for index, case in enumerate(parse_cases(path)):
             if opts.only and opts.only not in case["name"]:
                 continue
-            problems = run_case(case, opts, os.path.join(opts.work, base, "%03d" % index))
+            casedir = os.path.join(opts.work, base, "%03d" % index)
+            os.makedirs(os.path.dirname(casedir), exist_ok=True)
+            beside = set(os.listdir(os.path.dirname(casedir))) | {os.path.basename(casedir)}
+            problems = run_case(case, opts, casedir)
+            strays = sorted(set(os.listdir(os.path.dirname(casedir))) - beside)
+            if strays:
+                problems.append("wrote outside its directory: %s" % ", ".join(strays))
             if problems:
                 failed += 1
                 print("FAIL %s: %s\n  %s" % (base, case["name"], "\n  ".join("\n".join(problems).split("\n"))))

@@ -1,0 +1,13 @@
+#pragma once
+// A document as the bytes xmlSave writes: TinyXML's file printer's layout
+// (4-space indentation, `<a />`, text inline), each line end as CR LF.
+#include <string>
+
+class TiXmlDocument;
+
+namespace api::xml {
+
+// `byteOrderMark`: start with the UTF-8 mark, as TinyXML does for a document read with one.
+std::string documentText(const TiXmlDocument& document, bool byteOrderMark);
+
+}  // namespace api::xml

@@ -1,0 +1,88 @@
+#include "platform/file_system.h"
+
+#include <windows.h>
+#include <shlwapi.h>
+
+#include "platform/directory_listing.h"
+#include "platform/fault.h"
+#include "platform/path.h"
+
+namespace platform {
+namespace {
+
+// 0 after a call that succeeded, else the injected or the call's own error.
+uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
+
+}  // namespace
+
+bool pathExists(const std::wstring& path) { return PathFileExistsW(path.c_str()); }
+
+bool isDirectory(const std::wstring& path) { return PathIsDirectoryW(path.c_str()); }
+
+bool sameRoot(const std::wstring& a, const std::wstring& b) { return PathIsSameRootW(a.c_str(), b.c_str()); }
+
+void clearReadOnly(const std::wstring& path) { clearReadOnly(path, GetFileAttributesW(path.c_str())); }
+
+void clearReadOnly(const std::wstring& path, uint32_t attributes) {
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+    SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
+}
+
+uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists) {
+  if (const uint32_t error = injectedFault(Call::Copy)) return error;
+  return outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists));
+}
+
+uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags) {
+  if (const uint32_t error = injectedFault(Call::Move)) return error;
+  return outcome(MoveFileExW(from.c_str(), to.c_str(), flags));
+}
+
+uint32_t deleteAtRestart(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::Move)) return error;
+  return outcome(MoveFileExW(path.c_str(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT));
+}
+
+uint32_t deleteFile(const std::wstring& path, uint32_t attributes) {
+  clearReadOnly(path, attributes);
+  if (const uint32_t error = injectedFault(Call::Delete)) return error;
+  return outcome(DeleteFileW(path.c_str()));
+}
+
+uint32_t createDirectory(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::CreateDirectory)) return error;
+  return outcome(CreateDirectoryW(path.c_str(), nullptr));
+}
+
+bool createDirectories(const std::wstring& path) {
+  uint32_t error = createDirectory(path);
+  if (error == 0) return true;
+  if (error == ERROR_PATH_NOT_FOUND) {
+    const std::wstring parent = parentPath(path);
+    if (parent.empty() || parent == path || !createDirectories(parent)) return false;
+    error = createDirectory(path);
+    if (error == 0) return true;
+  }
+  return error == ERROR_ALREADY_EXISTS && isDirectory(path);
+}
+
+uint32_t removeDirectory(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::RemoveDirectory)) return error;
+  const uint32_t error = outcome(RemoveDirectoryW(path.c_str()));
+  if (error != ERROR_ACCESS_DENIED) return error;
+  clearReadOnly(path);
+  return outcome(RemoveDirectoryW(path.c_str()));
+}
+
+std::optional<uint64_t> lastWriteTime(const std::wstring& path) {
+  const DirectoryListing found(path);
+  if (!found.valid()) return std::nullopt;
+  return found.lastWriteTime();
+}
+
+bool sameLastWriteTime(const std::wstring& a, const std::wstring& b) {
+  const auto first = lastWriteTime(a);
+  return first && first == lastWriteTime(b);
+}
+
+}  // namespace platform

@@ -1,0 +1,107 @@
+#include "platform/output_file.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "platform/fault.h"
+
+namespace platform {
+namespace {
+
+// Written one block at a time, so a disk that fills half-way shows in the middle of a file.
+constexpr size_t kBlock = 64 * 1024;
+
+uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
+
+LARGE_INTEGER at(int64_t offset) {
+  LARGE_INTEGER position;
+  position.QuadPart = offset;
+  return position;
+}
+
+// The name of the new file that will replace `path`: beside it, so the final
+// move stays on one volume.
+std::wstring siblingName(const std::wstring& path, unsigned attempt) {
+  return path + L".upkeep-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(attempt) + L".tmp";
+}
+
+// Opening the target for writing, without changing it, gives the error a
+// direct overwrite would have met (5 for a directory or a read-only file, 32
+// for a file in use); a missing file is fine.
+uint32_t checkWritable(const std::wstring& path) {
+  UniqueHandle probe(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (probe.valid()) return 0;
+  const uint32_t error = GetLastError();
+  return error == ERROR_FILE_NOT_FOUND ? 0 : error;
+}
+
+uint32_t writeTemporary(OutputFile& file, std::string_view bytes) {
+  if (const uint32_t error = file.write(bytes)) return error;
+  if (const uint32_t error = file.flush()) return error;
+  return file.close();
+}
+
+}  // namespace
+
+uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
+  if (const uint32_t error = injectedFault(Call::Create)) return error;
+  const DWORD disposition = mode == Mode::Truncate ? CREATE_ALWAYS : mode == Mode::Append ? OPEN_ALWAYS : CREATE_NEW;
+  handle_.reset(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
+                            FILE_ATTRIBUTE_NORMAL, nullptr));
+  append_ = mode == Mode::Append;
+  return handle_.valid() ? 0 : GetLastError();
+}
+
+uint32_t OutputFile::write(std::string_view bytes) {
+  LARGE_INTEGER start;
+  if (!SetFilePointerEx(handle_.get(), at(0), &start, append_ ? FILE_END : FILE_CURRENT)) return GetLastError();
+  uint32_t error = 0;
+  while (!bytes.empty() && error == 0) {
+    const DWORD size = static_cast<DWORD>(std::min(bytes.size(), kBlock));
+    DWORD written = 0;
+    error = injectedFault(Call::Write);
+    if (error == 0 && !WriteFile(handle_.get(), bytes.data(), size, &written, nullptr)) error = GetLastError();
+    if (error == 0 && written != size) error = ERROR_DISK_FULL;
+    bytes.remove_prefix(size);
+  }
+  if (error != 0 && SetFilePointerEx(handle_.get(), start, nullptr, FILE_BEGIN)) SetEndOfFile(handle_.get());
+  return error;
+}
+
+uint32_t OutputFile::flush() {
+  if (const uint32_t error = injectedFault(Call::Flush)) return error;
+  return outcome(FlushFileBuffers(handle_.get()));
+}
+
+uint32_t OutputFile::close() {
+  if (const uint32_t error = injectedFault(Call::Close)) {
+    handle_.reset();
+    return error;
+  }
+  return outcome(CloseHandle(handle_.release()));
+}
+
+uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
+  if (const uint32_t error = checkWritable(path)) return error;
+  OutputFile file;
+  std::wstring temporary;
+  uint32_t error = ERROR_FILE_EXISTS;
+  for (unsigned attempt = 1; error == ERROR_FILE_EXISTS && attempt <= 100; ++attempt) {
+    temporary = siblingName(path, attempt);
+    error = file.open(temporary, OutputFile::Mode::CreateNew);
+  }
+  if (error) return error;
+  error = writeTemporary(file, bytes);
+  if (error == 0) error = injectedFault(Call::Replace);
+  if (error == 0)
+    error = outcome(MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+  if (error != 0) {
+    file = OutputFile();  // closed before it can be removed
+    DeleteFileW(temporary.c_str());
+  }
+  return error;
+}
+
+}  // namespace platform

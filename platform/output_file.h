@@ -1,0 +1,40 @@
+#pragma once
+// Files written through the seam: every write, the flush and the close are
+// checked, and a file that replaces another reaches its place only whole.
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/owned.h"
+
+namespace platform {
+
+// A file open for writing. Writes go straight to the system (no buffer that a
+// later close could fail to empty), so each one's result is final.
+class OutputFile {
+ public:
+  enum class Mode { Truncate, Append, CreateNew };
+
+  // 0 or the error of the open (3: no such directory, 80: CreateNew found a file).
+  uint32_t open(const std::wstring& path, Mode mode);
+  bool isOpen() const { return handle_.valid(); }
+  // Writes all the bytes, block by block. When one fails the file is cut back
+  // to where it was, so it holds all of them or none.
+  uint32_t write(std::string_view bytes);
+  // Pushes the written bytes to the disk.
+  uint32_t flush();
+  uint32_t close();
+
+ private:
+  UniqueHandle handle_;
+  bool append_ = false;
+};
+
+// Writes `bytes` to a new file beside `path`, flushes and closes it, and only
+// then moves it over `path` in one step. On any failure the new file is
+// removed and `path` is left as it was. Returns 0 or the failing call's error
+// code; a target that cannot be written at all (a directory, a file in use or
+// read-only) fails before anything is written, with the code its open gives.
+uint32_t replaceFile(const std::wstring& path, std::string_view bytes);
+
+}  // namespace platform

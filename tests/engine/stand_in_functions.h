@@ -1,0 +1,84 @@
+#pragma once
+// Script functions that touch nothing but the variable store, so the engine's
+// pure parts can prepare and run scripts natively (unit tests and fuzzing)
+// without the families. Each appends "<tag>;" to the variable `trail` and
+// expands every attribute it has.
+#include <string>
+
+#include "engine/function.h"
+#include "engine/registry.h"
+
+namespace stand_in {
+
+// Refuses an element that has a `bad` attribute, as a family refuses bad parameters.
+template <class Base>
+class Recording : public Base {
+ public:
+  bool readAttributes() override { return !this->attribute(L"bad"); }
+
+ protected:
+  void record() {
+    for (const auto& [name, value] : this->attributes()) this->expand(value);
+    this->variables().set(L"trail", this->variables().get(L"trail") + this->name() + L";");
+  }
+  std::wstring expanded(const wchar_t* name) const {
+    const std::wstring* value = this->attribute(name);
+    return value ? this->expand(*value) : std::wstring();
+  }
+};
+
+class Plain : public Recording<engine::FunctionBase> {
+ public:
+  void execute() override { record(); }
+};
+
+// `target`: the label it jumps to (the loop makes the jump itself).
+class Goto : public Recording<engine::FunctionBase> {
+ public:
+  void execute() override {}
+  bool readAttributes() override {
+    const std::wstring* target = attribute(L"target");
+    target_ = target ? *target : std::wstring();
+    return target != nullptr;
+  }
+  const std::wstring* jumpTarget() const override { return &target_; }
+
+ private:
+  std::wstring target_;
+};
+
+// Fails with the expanded `fail` text when it is not empty.
+class Error : public Recording<engine::FunctionRetError> {
+ public:
+  void execute() override {
+    record();
+    clearResult();
+    if (std::wstring text = expanded(L"fail"); !text.empty()) fail(std::move(text));
+    logEnd();
+  }
+};
+
+// True when the expanded `result` is "1".
+class Bool : public Recording<engine::FunctionRetBool> {
+ public:
+  void execute() override {
+    record();
+    finish(expanded(L"result") == L"1");
+  }
+};
+
+// The stand-ins under the names of the functions the loops expand into, and
+// under "plain", "error", "bool" and "goto".
+inline engine::FunctionRegistry registry() {
+  engine::FunctionRegistry r;
+  for (const wchar_t* tag : {L"plain", L"nothing", L"assign", L"stringGet", L"stringDelete", L"stringTrim"})
+    r.registerPlain(tag, engine::create<Plain>);
+  r.registerPlain(L"goto", engine::create<Goto>);
+  r.registerRetError(L"error", engine::create<Error>);
+  r.registerRetError(L"xmlGetElement", engine::create<Error>);
+  r.registerRetBool(L"bool", engine::create<Bool>);
+  r.registerRetBool(L"test", engine::create<Bool>);
+  return r;
+}
+
+}  // namespace stand_in

@@ -222,6 +222,22 @@ double roundHalfUp(double x) {
   return r == 0 && x < 0 ? -0.0 : r;
 }
 
+Evaluator::Evaluator(const Limits& limits, int cacheSlots)
+    : limits_(limits), cache_(static_cast<std::size_t>(cacheSlots)) {
+  char here;
+  stackBase_ = reinterpret_cast<std::uintptr_t>(&here);
+}
+
+// Nesting is bounded when parsing, but how much stack a level takes depends on
+// the construct and the build (an unoptimised, instrumented build takes several
+// times more): past the budget the evaluation fails instead of overflowing.
+void Evaluator::checkStack() const {
+  char here;
+  std::uintptr_t at = reinterpret_cast<std::uintptr_t>(&here);
+  std::size_t used = at < stackBase_ ? stackBase_ - at : at - stackBase_;
+  if (used > limits_.maxStackBytes) throw EvalError("expression nested too deeply");
+}
+
 void Evaluator::visit() {
   if (++visits_ > limits_.maxNodeVisits) throw EvalError("evaluation limit reached");
 }
@@ -293,6 +309,7 @@ std::optional<Node> Evaluator::firstNode(const Expr& e, const Context& c) {
 }
 
 Value Evaluator::compute(const Expr& e, const Context& c) {
+  checkStack();
   switch (e.op) {
     case Op::Or:
     case Op::And:
@@ -343,6 +360,7 @@ Value Evaluator::compute(const Expr& e, const Context& c) {
 }
 
 bool Evaluator::booleanOf(const Expr& e, const Context& c) {
+  checkStack();
   switch (e.op) {
     case Op::Or:
       return std::any_of(e.args.begin(), e.args.end(), [&](const ExprPtr& a) { return evalBoolean(*a, c); });
@@ -360,6 +378,7 @@ bool Evaluator::booleanOf(const Expr& e, const Context& c) {
 }
 
 double Evaluator::numberOf(const Expr& e, const Context& c) {
+  checkStack();
   switch (e.op) {
     case Op::Number: return e.number;
     case Op::Neg: return -evalNumber(*e.args[0], c);
@@ -444,6 +463,7 @@ bool Evaluator::eachNode(const Expr& e, const Context& c, NodeSink sink) {
 }
 
 bool Evaluator::eachInPath(const Expr& e, const Context& c, NodeSink sink) {
+  checkStack();
   // Reaching a path is enough for an unbound prefix to fail, even when an
   // earlier step selects nothing.
   for (const Step& s : e.steps)
@@ -649,6 +669,7 @@ void Evaluator::filter(const std::vector<ExprPtr>& predicates, NodeSet& nodes, s
 }
 
 bool Evaluator::predicateHolds(const Expr& p, const Context& c) {
+  checkStack();
   if (p.kind == Kind::Number) return evalNumber(p, c) == static_cast<double>(c.position);
   if (p.kind != Kind::Any) return evalBoolean(p, c);
   Value holder;

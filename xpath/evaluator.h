@@ -5,6 +5,7 @@
 #include "node_model.h"
 #include "xpath.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -43,7 +44,7 @@ class NodeSink {
 
 class Evaluator {
  public:
-  Evaluator(const Limits& limits, int cacheSlots) : limits_(limits), cache_(static_cast<std::size_t>(cacheSlots)) {}
+  Evaluator(const Limits& limits, int cacheSlots);
 
   Value eval(const Expr& e, const Context& c);
   bool evalBoolean(const Expr& e, const Context& c);
@@ -83,9 +84,11 @@ class Evaluator {
   bool attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft, const Context& c);
   bool pathCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft, const Context& c);
   void visit();
+  void checkStack() const;
   void checkSize(std::size_t n) const;
 
   Limits limits_;
+  std::uintptr_t stackBase_;  // where the evaluation's stack use is measured from
   std::size_t visits_ = 0;
   DocumentOrder order_;
   std::vector<std::optional<Value>> cache_;  // by Expr::cacheSlot

@@ -65,6 +65,9 @@ class Value {
 struct Limits {
   std::size_t maxNodeVisits = std::size_t{1} << 28;  // axis steps over the tree
   std::size_t maxNodeSetSize = std::size_t{1} << 24;
+  // Stack for nested predicates, calls and operators: about 1.5 KB a level in an
+  // optimised build, ten times that with sanitizers.
+  std::size_t maxStackBytes = std::size_t{4} << 20;
 };
 
 namespace detail {

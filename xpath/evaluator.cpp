@@ -117,6 +117,13 @@ bool isAttributeLookup(const Expr& e) {
   return s.axis == Axis::Attribute && s.test == Test::Name && s.predicates.empty();
 }
 
+// "." : the context node itself.
+bool isContextNode(const Expr& e) {
+  if (e.op != Op::Path || e.start != PathStart::Context || e.steps.size() != 1 || e.cacheSlot >= 0) return false;
+  const Step& s = e.steps[0];
+  return s.axis == Axis::Self && s.test == Test::Node && s.predicates.empty();
+}
+
 bool isPrimitiveKind(Kind k) { return k == Kind::String || k == Kind::Number; }
 
 // The positive whole number a literal predicate like [3] selects, 0 if none can match.
@@ -292,6 +299,29 @@ std::string Evaluator::evalString(const Expr& e, const Context& c) {
   return compute(e, c).toString();
 }
 
+std::string_view Evaluator::stringOf(const Expr& e, const Context& c, std::string& scratch) {
+  if (e.op == Op::Literal) return e.text;
+  if (isAttributeLookup(e)) {
+    const std::string* value = attributeOf(c.node, e.steps[0].name);
+    return value ? std::string_view(*value) : std::string_view();
+  }
+  if (isContextNode(e)) return stringValue(c.node, scratch);
+  if (e.op == Op::Path && e.cacheSlot < 0) {
+    std::optional<Node> n = firstNode(e, c);
+    return n ? stringValue(*n, scratch) : std::string_view();
+  }
+  scratch = evalString(e, c);
+  return scratch;
+}
+
+const std::string* Evaluator::attributeOf(const Node& n, const std::string& name) {
+  visit();
+  if (n.attribute || n.node->Type() != TiXmlNode::TINYXML_ELEMENT) return nullptr;
+  for (const TiXmlAttribute* a = static_cast<const TiXmlElement*>(n.node)->FirstAttribute(); a; a = a->Next())
+    if (sameText(a->NameTStr(), name)) return &a->ValueStr();
+  return nullptr;
+}
+
 NodeSet Evaluator::evalNodeSet(const Expr& e, const Context& c) {
   Value holder;
   const NodeSet& nodes = nodeSetOf(e, c, holder);
@@ -391,7 +421,10 @@ double Evaluator::numberOf(const Expr& e, const Context& c) {
       for (std::size_t i = 1; i < e.args.size(); ++i) result = arithmetic(e.ops[i - 1], result, evalNumber(*e.args[i], c));
       return result;
     }
-    case Op::Path: return stringToNumber(evalString(e, c));
+    case Op::Path: {
+      std::string scratch;
+      return stringToNumber(stringOf(e, c, scratch));
+    }
     default: return compute(e, c).toNumber();
   }
 }
@@ -424,10 +457,7 @@ bool Evaluator::compare(Op op, const Expr& left, const Expr& right, const Contex
 
 // "@name op other" on the context element: one attribute looked up by name.
 bool Evaluator::attributeCompare(Op op, const Expr& path, const Expr& other, bool pathOnLeft, const Context& c) {
-  const TiXmlNode* n = c.node.node;
-  visit();
-  if (c.node.attribute || n->Type() != TiXmlNode::TINYXML_ELEMENT) return false;
-  const std::string* value = static_cast<const TiXmlElement*>(n)->Attribute(path.steps[0].name);
+  const std::string* value = attributeOf(c.node, path.steps[0].name);
   if (!value) return false;  // empty node-set: no comparison with a string or number holds
   Op o = pathOnLeft ? op : mirrored(op);
   if (other.op == Op::Literal && isEquality(o)) return (*value == other.text) == (o == Op::Eq);

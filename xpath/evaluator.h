@@ -11,6 +11,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -66,6 +67,10 @@ class Evaluator {
   const Value& cached(const Expr& e, const Context& c);
   const Value& valueOf(const Expr& e, const Context& c, Value& holder);
   const NodeSet& nodeSetOf(const Expr& e, const Context& c, Value& holder);
+  // string() of `e` as a view into the tree, the expression or `scratch`:
+  // function arguments such as "@name" or "." are read without copies.
+  std::string_view stringOf(const Expr& e, const Context& c, std::string& scratch);
+  const std::string* attributeOf(const Node& n, const std::string& name);
 
   bool eachNode(const Expr& e, const Context& c, NodeSink sink);
   bool eachInPath(const Expr& e, const Context& c, NodeSink sink);

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <unordered_set>
 
 namespace xpath::detail {
 
@@ -66,12 +65,6 @@ bool compareNodeSetWith(Op op, const NodeSet& nodes, const Value& v) {
                      [&](const Node& n) { return compareStringWith(op, stringValue(n, scratch), other); });
 }
 
-struct NumberRange {
-  double min = std::numeric_limits<double>::infinity();
-  double max = -std::numeric_limits<double>::infinity();
-  bool any = false;
-};
-
 NumberRange numberRange(const NodeSet& nodes) {
   NumberRange r;
   std::string scratch;
@@ -85,22 +78,21 @@ NumberRange numberRange(const NodeSet& nodes) {
   return r;
 }
 
-bool compareNodeSets(Op op, const NodeSet& a, const NodeSet& b) {
-  if (a.empty() || b.empty()) return false;
+// `a op b` for two non-empty node-sets, `b` read through its key.
+bool compareNodeSets(Op op, const NodeSet& a, const NodeSet& b, NodeSetKey& bKey) {
   std::string scratch;
   if (isEquality(op)) {
-    std::unordered_set<std::string> right;
-    for (const Node& n : b) right.emplace(stringValue(n, scratch));
+    const auto& right = bKey.strings(b);
     if (op == Op::Eq)
-      return std::any_of(a.begin(), a.end(),
-                         [&](const Node& n) { return right.count(std::string(stringValue(n, scratch))) > 0; });
+      return std::any_of(a.begin(), a.end(), [&](const Node& n) { return right.contains(stringValue(n, scratch)); });
     // Some pair differs unless both sides hold one and the same value.
     if (right.size() > 1) return true;
     const std::string& only = *right.begin();
     return std::any_of(a.begin(), a.end(), [&](const Node& n) { return stringValue(n, scratch) != only; });
   }
   // Some pair satisfies a < b exactly when the smallest left is below the largest right.
-  NumberRange l = numberRange(a), r = numberRange(b);
+  NumberRange l = numberRange(a);
+  const NumberRange& r = bKey.range(b);
   if (!l.any || !r.any) return false;
   switch (op) {
     case Op::Lt: return l.min < r.max;
@@ -212,9 +204,27 @@ class Scratch {
   NodeSet* set_;
 };
 
+const NodeSetKey::Strings& NodeSetKey::strings(const NodeSet& nodes) {
+  if (!strings_) {
+    strings_.emplace();
+    std::string scratch;
+    for (const Node& n : nodes) strings_->emplace(stringValue(n, scratch));
+  }
+  return *strings_;
+}
+
+const NumberRange& NodeSetKey::range(const NodeSet& nodes) {
+  if (!range_) range_ = numberRange(nodes);
+  return *range_;
+}
+
 bool compareValues(Op op, const Value& left, const Value& right) {
   bool ls = left.type() == Value::Type::NodeSet, rs = right.type() == Value::Type::NodeSet;
-  if (ls && rs) return compareNodeSets(op, left.nodes(), right.nodes());
+  if (ls && rs) {
+    if (left.nodes().empty() || right.nodes().empty()) return false;
+    NodeSetKey key;
+    return compareNodeSets(op, left.nodes(), right.nodes(), key);
+  }
   if (ls) return compareNodeSetWith(op, left.nodes(), right);
   if (rs) return compareNodeSetWith(mirrored(op), right.nodes(), left);
   return comparePrimitives(op, left, right);
@@ -230,7 +240,7 @@ double roundHalfUp(double x) {
 }
 
 Evaluator::Evaluator(const Limits& limits, int cacheSlots)
-    : limits_(limits), cache_(static_cast<std::size_t>(cacheSlots)) {
+    : limits_(limits), cache_(static_cast<std::size_t>(cacheSlots)), keys_(static_cast<std::size_t>(cacheSlots)) {
   char here;
   stackBase_ = reinterpret_cast<std::uintptr_t>(&here);
 }
@@ -312,6 +322,12 @@ std::string_view Evaluator::stringOf(const Expr& e, const Context& c, std::strin
   }
   scratch = evalString(e, c);
   return scratch;
+}
+
+NodeSetKey& Evaluator::keyOf(const Expr& e) {
+  std::unique_ptr<NodeSetKey>& key = keys_[static_cast<std::size_t>(e.cacheSlot)];
+  if (!key) key = std::make_unique<NodeSetKey>();
+  return *key;
 }
 
 const std::string* Evaluator::attributeOf(const Node& n, const std::string& name) {
@@ -452,6 +468,13 @@ bool Evaluator::compare(Op op, const Expr& left, const Expr& right, const Contex
   Value lh, rh;
   const Value& l = valueOf(left, c, lh);
   const Value& r = valueOf(right, c, rh);
+  // A node-set that is the same for every node a predicate tests is prepared
+  // for comparison once, not once per node.
+  bool nodeSets = l.type() == Value::Type::NodeSet && r.type() == Value::Type::NodeSet;
+  if (nodeSets && !l.nodes().empty() && !r.nodes().empty()) {
+    if (right.cacheSlot >= 0) return compareNodeSets(op, l.nodes(), r.nodes(), keyOf(right));
+    if (left.cacheSlot >= 0) return compareNodeSets(mirrored(op), r.nodes(), l.nodes(), keyOf(left));
+  }
   return compareValues(op, l, r);
 }
 

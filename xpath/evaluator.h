@@ -6,6 +6,8 @@
 #include "xpath.h"
 
 #include <cstdint>
+#include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <unordered_set>
 #include <vector>
 
 namespace xpath::detail {
@@ -43,6 +46,30 @@ class NodeSink {
   bool (*call_)(void*, const Node&);
 };
 
+struct NumberRange {
+  double min = std::numeric_limits<double>::infinity();
+  double max = -std::numeric_limits<double>::infinity();
+  bool any = false;  // some node's string-value is a number
+};
+
+// What comparisons read of a node-set on their right-hand side, built on first
+// use: the distinct string-values for = and !=, the numeric range for the
+// others.
+class NodeSetKey {
+ public:
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
+  using Strings = std::unordered_set<std::string, Hash, std::equal_to<>>;
+  const Strings& strings(const NodeSet& nodes);
+  const NumberRange& range(const NodeSet& nodes);
+
+ private:
+  std::optional<Strings> strings_;
+  std::optional<NumberRange> range_;
+};
+
 class Evaluator {
  public:
   Evaluator(const Limits& limits, int cacheSlots);
@@ -71,6 +98,7 @@ class Evaluator {
   // function arguments such as "@name" or "." are read without copies.
   std::string_view stringOf(const Expr& e, const Context& c, std::string& scratch);
   const std::string* attributeOf(const Node& n, const std::string& name);
+  NodeSetKey& keyOf(const Expr& cachedNodeSet);
 
   bool eachNode(const Expr& e, const Context& c, NodeSink sink);
   bool eachInPath(const Expr& e, const Context& c, NodeSink sink);
@@ -97,6 +125,7 @@ class Evaluator {
   std::size_t visits_ = 0;
   DocumentOrder order_;
   std::vector<std::optional<Value>> cache_;  // by Expr::cacheSlot
+  std::vector<std::unique_ptr<NodeSetKey>> keys_;  // by Expr::cacheSlot, for cached node-sets
   // Node lists lent out and given back in stack order, reused across steps.
   std::vector<std::unique_ptr<NodeSet>> scratch_;
   std::size_t scratchInUse_ = 0;

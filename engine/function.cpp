@@ -17,27 +17,18 @@ const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
   return it == attributes_.end() ? nullptr : &it->second;
 }
 
-bool FunctionBase::readText(const wchar_t* name, std::wstring& out, Need need) const {
-  const std::wstring* value = attribute(name);
-  if (!value) return need == Need::Optional;
-  if (value->empty() && need == Need::NonEmpty) return false;
-  out = *value;
-  return true;
-}
-
-bool FunctionBase::readInt(const wchar_t* name, int32_t& out, Need need) const {
-  std::wstring text;
-  const bool present = attribute(name) != nullptr;
-  if (!readText(name, text, need)) return false;
-  if (present) out = toInt(text);
-  return true;
-}
-
-bool FunctionBase::readFlag(const wchar_t* name, bool& out, Need need) const {
-  std::wstring text;
-  const bool present = attribute(name) != nullptr;
-  if (!readText(name, text, need)) return false;
-  if (present) out = text == L"true" || text == L"1";
+bool FunctionBase::readParameters() {
+  if (!parameters_) return true;
+  for (const Parameter& p : *parameters_) {
+    const std::wstring* value = attribute(p.name);
+    if (!value) {
+      if (p.need != Need::Optional) return false;
+      if (p.store && p.defaultValue && !p.store(*this, p, p.defaultValue)) return false;
+      continue;
+    }
+    if (value->empty() && p.need == Need::NonEmpty) return false;
+    if (p.store && !p.store(*this, p, *value)) return false;
+  }
   return true;
 }
 
@@ -54,14 +45,18 @@ void FunctionRetError::clearResult() {
 }
 
 void FunctionRetError::logEnd(const wchar_t* tag) const {
-  const std::wstring format = std::wstring(tag ? tag : name().c_str()) + L" function end with %s. err:'%s'";
-  log(format.c_str(), failed_ ? L"error" : L"success", errorText_.c_str());
+  log(L"%s function end with %s. err:'%s'", tag ? tag : name().c_str(), failed_ ? L"error" : L"success",
+      errorText_.c_str());
 }
 
 void FunctionRetBool::finish(bool result) {
   result_ = result;
-  const std::wstring format = name() + L" function end with %s.";
-  log(format.c_str(), result ? L"True" : L"False");
+  log(L"%s function end with %s.", name().c_str(), result ? L"True" : L"False");
+}
+
+void FunctionRetBool::finishAs(const std::wstring& subject, bool result) {
+  result_ = result;
+  log(L"%s end with %s", subject.c_str(), result ? L"True" : L"False");
 }
 
 }  // namespace engine

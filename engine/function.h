@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "engine/parameters.h"
 #include "engine/runtime.h"
 
 namespace engine {
@@ -15,25 +16,25 @@ enum class FunctionKind : uint8_t { Plain = 0, Error = 1, Bool = 2 };
 
 using Attributes = std::map<std::wstring, std::wstring>;
 
-// Whether an attribute must be present, and whether it may be empty.
-enum class Need { Optional, Present, NonEmpty };
-
 class FunctionBase {
  public:
   // Deletes the whole list that follows (iteratively: lists can be long).
   virtual ~FunctionBase();
   virtual void execute() = 0;
-  virtual bool readAttributes() = 0;
+  // Reads the attributes through the tag's description; a class whose reading
+  // is unusual overrides it and calls readParameters() first.
+  virtual bool readAttributes() { return readParameters(); }
 
   // The label a `goto` jumps to; nullptr for every other function.
   virtual const std::wstring* jumpTarget() const { return nullptr; }
   // A label this function refers to, which must exist in the script.
   virtual const std::wstring* labelReference() const { return jumpTarget(); }
 
-  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind) {
+  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind, const Parameters& parameters) {
     runtime_ = &runtime;
     name_ = std::move(tag);
     kind_ = kind;
+    parameters_ = &parameters;
   }
   const std::wstring& name() const { return name_; }
   FunctionKind kind() const { return kind_; }
@@ -43,11 +44,9 @@ class FunctionBase {
   FunctionBase* parent = nullptr;
 
  protected:
-  // Attribute reading for readAttributes(): false when a needed one is missing.
-  bool readText(const wchar_t* attribute, std::wstring& out, Need need = Need::Present) const;
-  bool readInt(const wchar_t* attribute, int32_t& out, Need need = Need::Present) const;
-  // True exactly for "true" or "1".
-  bool readFlag(const wchar_t* attribute, bool& out, Need need = Need::Optional) const;
+  // Stores every described attribute; false when one is missing, empty where
+  // it must not be, or refused by its form.
+  bool readParameters();
   const std::wstring* attribute(const wchar_t* name) const;
 
   std::wstring expand(const std::wstring& text) const { return runtime_->variables.expand(text); }
@@ -59,6 +58,7 @@ class FunctionBase {
   Runtime* runtime_ = nullptr;
   std::wstring name_;
   FunctionKind kind_ = FunctionKind::Plain;
+  const Parameters* parameters_ = nullptr;
   Attributes attributes_;
 };
 
@@ -89,7 +89,7 @@ class FunctionRetError : public FunctionBase {
 // True or false; drives onTrue/onFalse.
 class FunctionRetBool : public FunctionBase {
  public:
-  virtual bool getResult() const { return result_; }
+  bool getResult() const { return result_; }
 
   std::unique_ptr<FunctionBase> trueHandler;
   std::unique_ptr<FunctionBase> falseHandler;
@@ -97,6 +97,10 @@ class FunctionRetBool : public FunctionBase {
  protected:
   // Stores the result and logs "<tag> function end with True|False.".
   void finish(bool result);
+  // Stores the result and logs "<subject> end with True|False".
+  void finishAs(const std::wstring& subject, bool result);
+  // Stores the result without an end line.
+  void setResult(bool result) { result_ = result; }
 
  private:
   bool result_ = false;

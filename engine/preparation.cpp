@@ -96,7 +96,7 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
 
 std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlElement& element) {
   const std::wstring tag = wide(element.Value());
-  const FunctionRegistry::Entry* entry = registry_.lookup(tag);
+  const Tag* entry = registry_.lookup(tag);
   if (!entry) {
     log(L"Function '%s' not found", tag.c_str());
     return nullptr;
@@ -106,7 +106,7 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
     log(L"Cannot create function '%s'", tag.c_str());
     return nullptr;
   }
-  function->attach(runtime_, tag, entry->kind);
+  function->attach(runtime_, tag, entry->kind, entry->parameters());
   for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
     function->attributes()[wide(a->Name())] = wide(a->Value());
   applyDataChild(element, function->attributes());

@@ -1,39 +1,66 @@
 #pragma once
-// Tag name -> factory and kind, for every script function.
+// The vocabulary: every tag with its class, its kind and its attributes.
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include "engine/function.h"
+#include "engine/parameters.h"
 
 namespace engine {
 
 using Factory = std::unique_ptr<FunctionBase> (*)();
+using ParameterList = const Parameters& (*)();
 
 template <class T>
 std::unique_ptr<FunctionBase> create() {
   return std::make_unique<T>();
 }
 
+// A function's kind follows from the class it derives from.
+template <class F>
+constexpr FunctionKind kindOf() {
+  static_assert(std::is_base_of_v<FunctionBase, F>);
+  if constexpr (std::is_base_of_v<FunctionRetError, F>) return FunctionKind::Error;
+  if constexpr (std::is_base_of_v<FunctionRetBool, F>) return FunctionKind::Bool;
+  return FunctionKind::Plain;
+}
+
+// One tag's description.
+struct Tag {
+  const wchar_t* name;
+  FunctionKind kind;
+  Factory factory;
+  ParameterList parameters;
+};
+
+// The tag `name` made by class F, described by F::parameters().
+template <class F>
+Tag tag(const wchar_t* name) {
+  return {name, kindOf<F>(), &create<F>, &F::parameters};
+}
+
+// The handler elements a function of `kind` may hold.
+std::span<const wchar_t* const> handlerNames(FunctionKind kind);
+
 class FunctionRegistry {
  public:
-  struct Entry {
-    Factory factory;
-    FunctionKind kind;
-  };
+  // Refuses (returns false, changes nothing) a tag without a name, factory or
+  // description, or whose name is already registered: the first one wins.
+  bool add(const Tag& tag);
+  // Adds a family's table; false when any of its tags was refused.
+  bool add(std::span<const Tag> tags);
 
-  // Each refuses (returns false, changes nothing) an empty name, a null
-  // factory or a name already registered: the first registration wins.
-  bool registerPlain(const wchar_t* name, Factory factory) { return add(name, factory, FunctionKind::Plain); }
-  bool registerRetError(const wchar_t* name, Factory factory) { return add(name, factory, FunctionKind::Error); }
-  bool registerRetBool(const wchar_t* name, Factory factory) { return add(name, factory, FunctionKind::Bool); }
-
-  const Entry* lookup(const std::wstring& name) const;
-  size_t size() const { return entries_.size(); }
+  const Tag* lookup(const std::wstring& name) const;
+  // Every tag, in name order.
+  std::vector<const Tag*> tags() const;
+  size_t size() const { return tags_.size(); }
 
  private:
-  bool add(const wchar_t* name, Factory factory, FunctionKind kind);
-  std::map<std::wstring, Entry, std::less<>> entries_;
+  std::map<std::wstring, Tag, std::less<>> tags_;
 };
 
 }  // namespace engine

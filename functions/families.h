@@ -18,5 +18,8 @@ void registerFunctions(engine::FunctionRegistry& registry);
 namespace xml {
 void registerFunctions(engine::FunctionRegistry& registry);
 }
+namespace services {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
 
 }  // namespace api

@@ -4,8 +4,10 @@
 
 namespace api::base {
 
-bool FunctionAddInt::readAttributes() {
-  return readText(L"var", var_, engine::Need::NonEmpty) && readText(L"value", value_, engine::Need::NonEmpty);
+const Parameters& FunctionAddInt::parameters() {
+  static const Parameters list = {engine::variable<&FunctionAddInt::var_>(L"var", Need::NonEmpty),
+                                  engine::text<&FunctionAddInt::value_>(L"value", Need::NonEmpty)};
+  return list;
 }
 
 void FunctionAddInt::execute() {

@@ -3,8 +3,10 @@
 
 namespace api::base {
 
-bool FunctionAddString::readAttributes() {
-  return readText(L"var", var_, engine::Need::NonEmpty) && readText(L"value", value_, engine::Need::NonEmpty);
+const Parameters& FunctionAddString::parameters() {
+  static const Parameters list = {engine::variable<&FunctionAddString::var_>(L"var", Need::NonEmpty),
+                                  engine::text<&FunctionAddString::value_>(L"value", Need::NonEmpty)};
+  return list;
 }
 
 void FunctionAddString::execute() {

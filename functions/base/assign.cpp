@@ -3,8 +3,10 @@
 
 namespace api::base {
 
-bool FunctionAssign::readAttributes() {
-  return readText(L"var", var_, engine::Need::NonEmpty) && readText(L"value", value_);
+const Parameters& FunctionAssign::parameters() {
+  static const Parameters list = {engine::variable<&FunctionAssign::var_>(L"var", Need::NonEmpty),
+                                  engine::text<&FunctionAssign::value_>(L"value")};
+  return list;
 }
 
 void FunctionAssign::execute() {

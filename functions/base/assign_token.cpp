@@ -4,10 +4,17 @@
 
 namespace api::base {
 
+const Parameters& FunctionAssignToken::parameters() {
+  static const Parameters list = {engine::variable<&FunctionAssignToken::var_>(L"var", Need::NonEmpty),
+                                  engine::text<&FunctionAssignToken::value_>(L"value"),
+                                  engine::literal<&FunctionAssignToken::pattern_>(L"regexp"),
+                                  engine::text<&FunctionAssignToken::index_>(L"index")};
+  return list;
+}
+
+// The pattern is compiled once; one that does not compile refuses the script.
 bool FunctionAssignToken::readAttributes() {
-  if (!readText(L"var", var_, engine::Need::NonEmpty) || !readText(L"value", value_) ||
-      !readText(L"regexp", pattern_) || !readText(L"index", index_))
-    return false;
+  if (!readParameters()) return false;
   regex_ = engine::Regex::compile(pattern_);
   return regex_ != nullptr;
 }

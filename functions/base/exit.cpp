@@ -5,7 +5,10 @@
 
 namespace api::base {
 
-bool FunctionExit::readAttributes() { return readInt(L"code", code_, engine::Need::Optional); }
+const Parameters& FunctionExit::parameters() {
+  static const Parameters list = {engine::integer<&FunctionExit::code_>(L"code", Need::Optional, L"0")};
+  return list;
+}
 
 void FunctionExit::execute() {
   engine::log(L"Exit function called with exitcode %d", code_);

@@ -13,11 +13,13 @@ namespace api::base {
 using engine::FunctionBase;
 using engine::FunctionRetBool;
 using engine::FunctionRetError;
+using engine::Need;
+using engine::Parameters;
 
 class FunctionExit : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   int32_t code_ = 0;
@@ -26,7 +28,7 @@ class FunctionExit : public FunctionBase {
 class FunctionTrace : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring value_;
@@ -35,7 +37,7 @@ class FunctionTrace : public FunctionBase {
 class FunctionTraceSetFile : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring path_;
@@ -44,7 +46,7 @@ class FunctionTraceSetFile : public FunctionRetError {
 class FunctionSleep : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   int32_t milliseconds_ = 0;
@@ -53,14 +55,14 @@ class FunctionSleep : public FunctionBase {
 class FunctionNothing : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override { return true; }
+  static const Parameters& parameters() { return engine::noParameters(); }
 };
 
 // The jump itself is made by the execution loop.
 class FunctionGoTo : public FunctionBase {
  public:
   void execute() override {}
-  bool readAttributes() override;
+  static const Parameters& parameters();
   const std::wstring* jumpTarget() const override { return &target_; }
 
  private:
@@ -70,7 +72,7 @@ class FunctionGoTo : public FunctionBase {
 class FunctionOnErrorGoTo : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
   const std::wstring* labelReference() const override { return &target_; }
 
  private:
@@ -80,7 +82,7 @@ class FunctionOnErrorGoTo : public FunctionBase {
 class FunctionAssign : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_, value_;
@@ -89,6 +91,7 @@ class FunctionAssign : public FunctionBase {
 class FunctionAssignToken : public FunctionBase {
  public:
   void execute() override;
+  static const Parameters& parameters();
   bool readAttributes() override;
 
  private:
@@ -99,7 +102,7 @@ class FunctionAssignToken : public FunctionBase {
 class FunctionAddInt : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_, value_;
@@ -108,43 +111,44 @@ class FunctionAddInt : public FunctionBase {
 class FunctionAddString : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_, value_;
 };
 
-// Shared attributes of stringGet and stringDelete.
-struct StringSpan {
-  uint32_t fromIndex = 0;
-  uint32_t maxCount = 0;
-  std::wstring toAnyChar;
+// The span stringGet and stringDelete take: fixed numbers, read once;
+// negative texts wrap to large unsigned values.
+class StringSpanFunction : public FunctionBase {
+ protected:
+  static const Parameters& spanParameters();
+  uint32_t fromIndex_ = 0;
+  uint32_t maxCount_ = 0;
+  std::wstring toAnyChar_;
 };
 
-class FunctionStringDelete : public FunctionBase {
+class FunctionStringDelete : public StringSpanFunction {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_;
-  StringSpan span_;
 };
 
-class FunctionStringGet : public FunctionBase {
+class FunctionStringGet : public StringSpanFunction {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_, value_;
-  StringSpan span_;
 };
 
 class FunctionStringTrim : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring var_, chars_;
@@ -155,7 +159,7 @@ class FunctionTest : public FunctionRetBool {
   enum Operator { LessOrEqual = 0, Equal = 1, Less = 2 };
   enum Type { String = 0, Number = 1 };
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring left_, right_;

@@ -2,6 +2,9 @@
 
 namespace api::base {
 
-bool FunctionGoTo::readAttributes() { return readText(L"target", target_); }
+const Parameters& FunctionGoTo::parameters() {
+  static const Parameters list = {engine::label<&FunctionGoTo::target_>(L"target")};
+  return list;
+}
 
 }  // namespace api::base

@@ -2,7 +2,10 @@
 
 namespace api::base {
 
-bool FunctionOnErrorGoTo::readAttributes() { return readText(L"target", target_); }
+const Parameters& FunctionOnErrorGoTo::parameters() {
+  static const Parameters list = {engine::label<&FunctionOnErrorGoTo::target_>(L"target")};
+  return list;
+}
 
 // An empty target switches the global error target off.
 void FunctionOnErrorGoTo::execute() { runtime().errorTarget = target_; }

@@ -3,24 +3,27 @@
 
 namespace api::base {
 
-using engine::create;
+using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
-  r.registerPlain(L"exit", create<FunctionExit>);
-  r.registerPlain(L"trace", create<FunctionTrace>);
-  r.registerRetError(L"traceSetFile", create<FunctionTraceSetFile>);
-  r.registerPlain(L"sleep", create<FunctionSleep>);
-  r.registerPlain(L"nothing", create<FunctionNothing>);
-  r.registerPlain(L"goto", create<FunctionGoTo>);
-  r.registerPlain(L"onErrorGoTo", create<FunctionOnErrorGoTo>);
-  r.registerPlain(L"assign", create<FunctionAssign>);
-  r.registerPlain(L"assignToken", create<FunctionAssignToken>);
-  r.registerPlain(L"addInt", create<FunctionAddInt>);
-  r.registerPlain(L"addString", create<FunctionAddString>);
-  r.registerPlain(L"stringDelete", create<FunctionStringDelete>);
-  r.registerPlain(L"stringGet", create<FunctionStringGet>);
-  r.registerPlain(L"stringTrim", create<FunctionStringTrim>);
-  r.registerRetBool(L"test", create<FunctionTest>);
+  static const engine::Tag tags[] = {
+      tag<FunctionExit>(L"exit"),
+      tag<FunctionTrace>(L"trace"),
+      tag<FunctionTraceSetFile>(L"traceSetFile"),
+      tag<FunctionSleep>(L"sleep"),
+      tag<FunctionNothing>(L"nothing"),
+      tag<FunctionGoTo>(L"goto"),
+      tag<FunctionOnErrorGoTo>(L"onErrorGoTo"),
+      tag<FunctionAssign>(L"assign"),
+      tag<FunctionAssignToken>(L"assignToken"),
+      tag<FunctionAddInt>(L"addInt"),
+      tag<FunctionAddString>(L"addString"),
+      tag<FunctionStringDelete>(L"stringDelete"),
+      tag<FunctionStringGet>(L"stringGet"),
+      tag<FunctionStringTrim>(L"stringTrim"),
+      tag<FunctionTest>(L"test"),
+  };
+  r.add(tags);
 }
 
 }  // namespace api::base

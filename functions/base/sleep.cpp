@@ -4,7 +4,10 @@
 
 namespace api::base {
 
-bool FunctionSleep::readAttributes() { return readInt(L"milisec", milliseconds_); }
+const Parameters& FunctionSleep::parameters() {
+  static const Parameters list = {engine::integer<&FunctionSleep::milliseconds_>(L"milisec")};
+  return list;
+}
 
 void FunctionSleep::execute() {
   // "exitcode" for the milliseconds is the program's established wording,

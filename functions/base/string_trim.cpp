@@ -1,11 +1,13 @@
 #include "engine/log.h"
 #include "functions/base/functions.h"
-#include "functions/base/string_ops.h"
+#include "functions/base/detail/string_ops.h"
 
 namespace api::base {
 
-bool FunctionStringTrim::readAttributes() {
-  return readText(L"var", var_, engine::Need::NonEmpty) && readText(L"chars", chars_, engine::Need::NonEmpty);
+const Parameters& FunctionStringTrim::parameters() {
+  static const Parameters list = {engine::variable<&FunctionStringTrim::var_>(L"var", Need::NonEmpty),
+                                  engine::literal<&FunctionStringTrim::chars_>(L"chars", Need::NonEmpty)};
+  return list;
 }
 
 void FunctionStringTrim::execute() {

@@ -5,26 +5,11 @@
 
 namespace api::base {
 
-bool FunctionTest::readAttributes() {
-  std::wstring op, type;
-  if (!readText(L"operator", op) || !readText(L"type", type) || !readText(L"left", left_) ||
-      !readText(L"right", right_))
-    return false;
-  if (op == L"<=")
-    operator_ = LessOrEqual;
-  else if (op == L"==")
-    operator_ = Equal;
-  else if (op == L"<")
-    operator_ = Less;
-  else
-    return false;
-  if (type == L"string")
-    type_ = String;
-  else if (type == L"number")
-    type_ = Number;
-  else
-    return false;
-  return true;
+const Parameters& FunctionTest::parameters() {
+  static const Parameters list = {engine::choice<&FunctionTest::operator_>(L"operator", {L"<=", L"==", L"<"}),
+                                  engine::choice<&FunctionTest::type_>(L"type", {L"string", L"number"}),
+                                  engine::text<&FunctionTest::left_>(L"left"), engine::text<&FunctionTest::right_>(L"right")};
+  return list;
 }
 
 void FunctionTest::execute() {

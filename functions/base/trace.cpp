@@ -3,7 +3,10 @@
 
 namespace api::base {
 
-bool FunctionTrace::readAttributes() { return readText(L"value", value_, engine::Need::Optional); }
+const Parameters& FunctionTrace::parameters() {
+  static const Parameters list = {engine::text<&FunctionTrace::value_>(L"value", Need::Optional)};
+  return list;
+}
 
 void FunctionTrace::execute() { engine::log(L"Trace: %s", expand(value_).c_str()); }
 

@@ -3,7 +3,10 @@
 
 namespace api::base {
 
-bool FunctionTraceSetFile::readAttributes() { return readText(L"path", path_, engine::Need::NonEmpty); }
+const Parameters& FunctionTraceSetFile::parameters() {
+  static const Parameters list = {engine::text<&FunctionTraceSetFile::path_>(L"path", Need::NonEmpty)};
+  return list;
+}
 
 // A failure stays recorded for later runs of the same element.
 void FunctionTraceSetFile::execute() {

@@ -1,15 +1,19 @@
 #include "engine/log.h"
-#include "functions/files/directory_copier.h"
+#include "functions/files/detail/directory_copier.h"
 #include "functions/files/functions.h"
 
 namespace api::files {
 
-bool FunctionDirCopyRecursive::readAttributes() {
-  std::wstring include, exclude;
-  return CopyFunction::readAttributes() && readFlag(L"ignoreErrors", ignoreErrors_) &&
-         readFlag(L"diffLWTOnly", diffLWTOnly_) && readText(L"include", include, engine::Need::Optional) &&
-         readText(L"exclude", exclude, engine::Need::Optional) && filter_.compile(include, exclude);
+const Parameters& FunctionDirCopyRecursive::parameters() {
+  static const Parameters list = engine::joined({engine::flag<&FunctionDirCopyRecursive::ignoreErrors_>(L"ignoreErrors"),
+      engine::flag<&FunctionDirCopyRecursive::diffLWTOnly_>(L"diffLWTOnly"),
+      engine::literal<&FunctionDirCopyRecursive::include_>(L"include", Need::Optional),
+      engine::literal<&FunctionDirCopyRecursive::exclude_>(L"exclude", Need::Optional)}, CopyFunction::parameters());
+  return list;
 }
+
+// The filters are compiled once; one that does not compile refuses the script.
+bool FunctionDirCopyRecursive::readAttributes() { return readParameters() && filter_.compile(include_, exclude_); }
 
 // With ignoreErrors the copy goes on to the end, but a failed file still
 // makes the function fail with the first error.

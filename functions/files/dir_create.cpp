@@ -6,7 +6,10 @@
 
 namespace api::files {
 
-bool FunctionDirCreate::readAttributes() { return readText(L"path", path_, engine::Need::NonEmpty); }
+const Parameters& FunctionDirCreate::parameters() {
+  static const Parameters list = {engine::text<&FunctionDirCreate::path_>(L"path", Need::NonEmpty)};
+  return list;
+}
 
 // Creates the last component only; an existing directory is success.
 void FunctionDirCreate::execute() {

@@ -1,5 +1,5 @@
 #include "engine/log.h"
-#include "functions/files/file_delete.h"
+#include "functions/files/detail/file_delete.h"
 #include "functions/files/functions.h"
 
 namespace api::files {

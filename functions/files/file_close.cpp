@@ -3,7 +3,10 @@
 
 namespace api::files {
 
-bool FunctionFileClose::readAttributes() { return readText(L"handle", handle_, engine::Need::NonEmpty); }
+const Parameters& FunctionFileClose::parameters() {
+  static const Parameters list = {engine::handle<&FunctionFileClose::handle_>(L"handle", Need::NonEmpty)};
+  return list;
+}
 
 // Closing a name that holds nothing is no error.
 void FunctionFileClose::execute() {

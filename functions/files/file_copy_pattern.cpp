@@ -8,9 +8,10 @@
 
 namespace api::files {
 
-bool FunctionFileCopyPattern::readAttributes() {
-  return CopyFunction::readAttributes() && readFlag(L"ignoreErrors", ignoreErrors_) &&
-         readFlag(L"diffLWTOnly", diffLWTOnly_);
+const Parameters& FunctionFileCopyPattern::parameters() {
+  static const Parameters list = engine::joined({engine::flag<&FunctionFileCopyPattern::ignoreErrors_>(L"ignoreErrors"),
+      engine::flag<&FunctionFileCopyPattern::diffLWTOnly_>(L"diffLWTOnly")}, CopyFunction::parameters());
+  return list;
 }
 
 // Copies the files matching `src` into the existing directory `dest`. No

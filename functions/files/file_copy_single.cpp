@@ -4,8 +4,9 @@
 
 namespace api::files {
 
-bool FunctionFileCopySingle::readAttributes() {
-  return CopyFunction::readAttributes() && readFlag(L"diffLWTOnly", diffLWTOnly_);
+const Parameters& FunctionFileCopySingle::parameters() {
+  static const Parameters list = engine::joined({engine::flag<&FunctionFileCopySingle::diffLWTOnly_>(L"diffLWTOnly")}, CopyFunction::parameters());
+  return list;
 }
 
 void FunctionFileCopySingle::execute() {

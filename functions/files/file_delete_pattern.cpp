@@ -2,7 +2,7 @@
 
 #include "engine/log.h"
 #include "functions/files/detail/each_entry.h"
-#include "functions/files/file_delete.h"
+#include "functions/files/detail/file_delete.h"
 #include "functions/files/functions.h"
 #include "platform/path.h"
 

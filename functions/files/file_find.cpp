@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "engine/log.h"
-#include "functions/files/delimited_list.h"
+#include "functions/files/detail/delimited_list.h"
 #include "functions/files/functions.h"
 #include "platform/directory_listing.h"
 #include "platform/path.h"
@@ -38,11 +38,24 @@ uint32_t searchDirectory(const Search& search, const std::wstring& directory, in
 
 }  // namespace
 
-bool FunctionFileFind::readAttributes() {
-  using engine::Need;
-  return readText(directories_ ? L"rootDir" : L"dir", root_, Need::NonEmpty) &&
-         readText(L"pattern", pattern_, Need::NonEmpty) && readText(L"var", var_, Need::NonEmpty) &&
-         readText(L"delim", delim_, Need::NonEmpty) && readInt(L"depth", depth_, Need::Optional);
+const Parameters& FunctionFileFind::searchParameters() {
+  static const Parameters list = {engine::text<&FunctionFileFind::pattern_>(L"pattern", Need::NonEmpty),
+                                  engine::variable<&FunctionFileFind::var_>(L"var", Need::NonEmpty),
+                                  engine::literal<&FunctionFileFind::delim_>(L"delim", Need::NonEmpty),
+                                  engine::integer<&FunctionFileFind::depth_>(L"depth", Need::Optional, L"0")};
+  return list;
+}
+
+const Parameters& FunctionFileFind::parameters() {
+  static const Parameters list =
+      engine::joined({engine::text<&FunctionFileFind::root_>(L"dir", Need::NonEmpty)}, searchParameters());
+  return list;
+}
+
+const Parameters& FunctionDirFind::parameters() {
+  static const Parameters list =
+      engine::joined({engine::text<&FunctionDirFind::root_>(L"rootDir", Need::NonEmpty)}, searchParameters());
+  return list;
 }
 
 // The variable is always written, empty when nothing matched. Only a root

@@ -1,12 +1,14 @@
 #include "engine/log.h"
 #include "functions/files/functions.h"
-#include "functions/files/text_file.h"
+#include "functions/files/detail/text_file.h"
 
 namespace api::files {
 
-bool FunctionFileOpenOrCreate::readAttributes() {
-  return readText(L"path", path_, engine::Need::NonEmpty) && readText(L"handle", handle_, engine::Need::NonEmpty) &&
-         readFlag(L"append", append_);
+const Parameters& FunctionFileOpenOrCreate::parameters() {
+  static const Parameters list = {engine::text<&FunctionFileOpenOrCreate::path_>(L"path", Need::NonEmpty),
+      engine::handle<&FunctionFileOpenOrCreate::handle_>(L"handle", Need::NonEmpty),
+      engine::flag<&FunctionFileOpenOrCreate::append_>(L"append")};
+  return list;
 }
 
 // A handle name already in use is closed and takes the new file.
@@ -20,7 +22,7 @@ void FunctionFileOpenOrCreate::execute() {
   } else {
     engine::log(L"fileOpen failed opening file %s", path.c_str());
   }
-  end(L"fileOpen", opened);
+  finishAs(L"fileOpen", opened);
 }
 
 }  // namespace api::files

@@ -1,11 +1,13 @@
 #include "engine/log.h"
 #include "functions/files/functions.h"
-#include "functions/files/text_file.h"
+#include "functions/files/detail/text_file.h"
 
 namespace api::files {
 
-bool FunctionFileWrite::readAttributes() {
-  return readText(L"handle", handle_, engine::Need::NonEmpty) && readText(L"string", string_, engine::Need::NonEmpty);
+const Parameters& FunctionFileWrite::parameters() {
+  static const Parameters list = {engine::handle<&FunctionFileWrite::handle_>(L"handle", Need::NonEmpty),
+      engine::text<&FunctionFileWrite::string_>(L"string", Need::NonEmpty)};
+  return list;
 }
 
 void FunctionFileWrite::execute() {
@@ -18,7 +20,7 @@ void FunctionFileWrite::execute() {
   } else {
     engine::log(L"fileWrite handle %s does not refer to an opened writable file", handle_.c_str());
   }
-  end(L"fileWrite", written);
+  finishAs(L"fileWrite", written);
 }
 
 }  // namespace api::files

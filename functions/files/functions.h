@@ -6,18 +6,20 @@
 #include <string>
 
 #include "engine/function.h"
-#include "functions/files/path_filter.h"
+#include "functions/files/detail/path_filter.h"
 
 namespace api::files {
 
 using engine::FunctionBase;
 using engine::FunctionRetBool;
 using engine::FunctionRetError;
+using engine::Need;
+using engine::Parameters;
 
 // dirExists, fileExists and fileIsSigned: one non-empty `path`.
 class PathQuery : public FunctionRetBool {
  public:
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  protected:
   std::wstring path_;
@@ -41,7 +43,7 @@ class FunctionFileIsSigned : public PathQuery {
 class FunctionDirCreate : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring path_;
@@ -50,7 +52,7 @@ class FunctionDirCreate : public FunctionRetError {
 // `src` and `dest` (both non-empty) and `failIfExists` (default true).
 class CopyFunction : public FunctionRetError {
  public:
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  protected:
   std::wstring src_, dest_;
@@ -60,7 +62,7 @@ class CopyFunction : public FunctionRetError {
 class FunctionFileCopySingle : public CopyFunction {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   bool diffLWTOnly_ = false;
@@ -70,7 +72,7 @@ class FunctionFileCopySingle : public CopyFunction {
 class FunctionFileMoveSingle : public CopyFunction {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   bool afterReboot_ = false;
@@ -79,18 +81,20 @@ class FunctionFileMoveSingle : public CopyFunction {
 class FunctionDirCopyRecursive : public CopyFunction {
  public:
   void execute() override;
+  static const Parameters& parameters();
   bool readAttributes() override;
 
  private:
   bool ignoreErrors_ = false;
   bool diffLWTOnly_ = false;
+  std::wstring include_, exclude_;
   PathFilter filter_;
 };
 
 class FunctionFileCopyPattern : public CopyFunction {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   bool ignoreErrors_ = false;
@@ -100,7 +104,7 @@ class FunctionFileCopyPattern : public CopyFunction {
 // dirDeleteRec and fileDeletePattern: `path` and the three failure options.
 class DeleteFunction : public FunctionRetError {
  public:
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  protected:
   std::wstring path_;
@@ -119,55 +123,61 @@ class FunctionFileDeletePattern : public DeleteFunction {
   void execute() override;
 };
 
-// fileFind lists files, dirFind directories; the mode is fixed at creation.
+// fileFind lists files under `dir`.
 class FunctionFileFind : public FunctionRetError {
  public:
-  explicit FunctionFileFind(bool directories) : directories_(directories) {}
+  FunctionFileFind() = default;
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
- private:
-  bool directories_;
+ protected:
+  explicit FunctionFileFind(bool directories) : directories_(directories) {}
+  static const Parameters& searchParameters();
+  bool directories_ = false;
   std::wstring root_, pattern_, var_, delim_;
   int32_t depth_ = 0;
 };
 
-// The text-file functions end with "<prefix> end with True|False" instead of
-// the usual bool end line, so they keep their own result.
-class TextFileFunction : public FunctionRetBool {
+// dirFind lists directories under `rootDir`.
+class FunctionDirFind : public FunctionFileFind {
  public:
-  bool getResult() const override { return result_; }
-
- protected:
-  void end(const wchar_t* prefix, bool result);
-
- private:
-  bool result_ = false;
+  FunctionDirFind() : FunctionFileFind(true) {}
+  static const Parameters& parameters();
 };
 
-class FunctionFileOpenOrCreate : public TextFileFunction {
+class FunctionFileOpenOrCreate : public FunctionRetBool {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring path_, handle_;
   bool append_ = false;
 };
 
-class FunctionFileWrite : public TextFileFunction {
+class FunctionFileWrite : public FunctionRetBool {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_, string_;
 };
 
+// Fetches `url` into `file`; ends with fileCopySingle's end line.
+class FunctionFileDownload : public FunctionRetError {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ private:
+  std::wstring url_, file_;
+};
+
 class FunctionFileClose : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_;

@@ -3,34 +3,30 @@
 
 namespace api::files {
 
-using engine::create;
-
-namespace {
-
-template <bool Directories>
-std::unique_ptr<FunctionBase> createFind() {
-  return std::make_unique<FunctionFileFind>(Directories);
-}
-
-}  // namespace
+using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
-  r.registerRetBool(L"dirExists", create<FunctionDirExists>);
-  r.registerRetBool(L"fileExists", create<FunctionFileExists>);
-  r.registerRetBool(L"fileIsSigned", create<FunctionFileIsSigned>);
-  r.registerRetError(L"dirCreate", create<FunctionDirCreate>);
-  r.registerRetError(L"dirCopyRec", create<FunctionDirCopyRecursive>);
-  r.registerRetError(L"dirDeleteRec", create<FunctionDirDeleteRecursive>);
-  r.registerRetError(L"fileFind", createFind<false>);
-  r.registerRetError(L"dirFind", createFind<true>);
-  r.registerRetError(L"fileCopySingle", create<FunctionFileCopySingle>);
-  r.registerRetError(L"fileMove", create<FunctionFileMoveSingle>);
-  r.registerRetError(L"dirMove", create<FunctionFileMoveSingle>);
-  r.registerRetError(L"fileCopyPattern", create<FunctionFileCopyPattern>);
-  r.registerRetError(L"fileDeletePattern", create<FunctionFileDeletePattern>);
-  r.registerRetBool(L"fileOpenOrCreate", create<FunctionFileOpenOrCreate>);
-  r.registerPlain(L"fileClose", create<FunctionFileClose>);
-  r.registerRetBool(L"fileWrite", create<FunctionFileWrite>);
+  static const engine::Tag tags[] = {
+      tag<FunctionDirExists>(L"dirExists"),
+      tag<FunctionFileExists>(L"fileExists"),
+      tag<FunctionFileIsSigned>(L"fileIsSigned"),
+      tag<FunctionDirCreate>(L"dirCreate"),
+      tag<FunctionDirCopyRecursive>(L"dirCopyRec"),
+      tag<FunctionDirDeleteRecursive>(L"dirDeleteRec"),
+      tag<FunctionFileFind>(L"fileFind"),
+      tag<FunctionDirFind>(L"dirFind"),
+      tag<FunctionFileCopySingle>(L"fileCopySingle"),
+      // fileMove and dirMove are one behaviour: the source tells files and directories apart.
+      tag<FunctionFileMoveSingle>(L"fileMove"),
+      tag<FunctionFileMoveSingle>(L"dirMove"),
+      tag<FunctionFileCopyPattern>(L"fileCopyPattern"),
+      tag<FunctionFileDeletePattern>(L"fileDeletePattern"),
+      tag<FunctionFileOpenOrCreate>(L"fileOpenOrCreate"),
+      tag<FunctionFileClose>(L"fileClose"),
+      tag<FunctionFileWrite>(L"fileWrite"),
+      tag<FunctionFileDownload>(L"fileDownload"),
+  };
+  r.add(tags);
 }
 
 }  // namespace api::files

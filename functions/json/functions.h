@@ -7,23 +7,26 @@
 
 #include "engine/function.h"
 #include "engine/log.h"
-#include "functions/json/json_handles.h"
-#include "functions/json/json_values.h"
+#include "functions/json/detail/json_handles.h"
+#include "functions/json/detail/json_values.h"
 
 namespace api::json {
+
+using engine::Need;
+using engine::Parameters;
 
 namespace helpers {
 
 // Base of every JSON function but jsonOpen: the result, the path walk and the
 // array element by index.
 class FunctionJsonManipulator : public engine::FunctionRetBool {
- public:
-  bool getResult() const override { return result_; }
-
  protected:
-  void setResult(bool result) { result_ = result; }
   // Sets the result and logs "<tag> end with True|False" (tag: this function's).
-  void end(bool result, const wchar_t* tag = nullptr);
+  void end(bool result, const wchar_t* tag = nullptr) { finishAs(tag ? tag : name(), result); }
+
+  // The value attributes of the insert functions: at most one is used, see ScalarSource.
+  static const engine::Parameters& scalarParameters();
+  bool readParametersAndScalar(ScalarSource& source);
 
   // Walks object keys separated by "/" (empty tokens skipped) from the
   // location; false when a step is not an object or lacks the key.
@@ -51,9 +54,6 @@ class FunctionJsonManipulator : public engine::FunctionRetBool {
   void logTagged(const wchar_t* rest, Args... args) const {
     engine::log((name() + rest).c_str(), args...);
   }
-
- private:
-  bool result_ = false;
 };
 
 // "object" or "array" as an empty value; nothing for any other type text.
@@ -66,19 +66,17 @@ using helpers::FunctionJsonManipulator;
 class FunctionJsonOpen : public engine::FunctionRetBool {
  public:
   void execute() override;
-  bool readAttributes() override;
-  bool getResult() const override { return result_; }
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring path_, handle_;
-  bool result_ = false;
 };
 
 // Neither sets nor logs a result.
 class FunctionJsonClose : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_;
@@ -87,7 +85,7 @@ class FunctionJsonClose : public FunctionJsonManipulator {
 class FunctionJsonSave : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring path_, handle_;
@@ -96,7 +94,7 @@ class FunctionJsonSave : public FunctionJsonManipulator {
 class FunctionJsonGetTypeFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, var_;
@@ -105,7 +103,7 @@ class FunctionJsonGetTypeFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetTypeFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, index_, var_;
@@ -114,7 +112,7 @@ class FunctionJsonGetTypeFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetScalarFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, var_;
@@ -123,7 +121,7 @@ class FunctionJsonGetScalarFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetArrayFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring objectHandle_, arrayHandle_, xpath_;
@@ -132,7 +130,7 @@ class FunctionJsonGetArrayFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, index_, var_;
@@ -141,7 +139,7 @@ class FunctionJsonGetScalarFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetNonScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring arrayHandle_, nonScalarHandle_, index_;
@@ -150,7 +148,7 @@ class FunctionJsonGetNonScalarFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetArrayLength : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, var_;
@@ -159,6 +157,7 @@ class FunctionJsonGetArrayLength : public FunctionJsonManipulator {
 class FunctionJsonInsertScalarIntoObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::Parameters& parameters();
   bool readAttributes() override;
 
  private:
@@ -169,6 +168,7 @@ class FunctionJsonInsertScalarIntoObject : public FunctionJsonManipulator {
 class FunctionJsonInsertScalarIntoArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::Parameters& parameters();
   bool readAttributes() override;
 
  private:
@@ -179,7 +179,7 @@ class FunctionJsonInsertScalarIntoArray : public FunctionJsonManipulator {
 class FunctionJsonInsertEmptyNonScalarIntoObject : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, name_, type_;
@@ -188,7 +188,7 @@ class FunctionJsonInsertEmptyNonScalarIntoObject : public FunctionJsonManipulato
 class FunctionJsonInsertEmptyNonScalarIntoArray : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, index_, type_;
@@ -197,7 +197,7 @@ class FunctionJsonInsertEmptyNonScalarIntoArray : public FunctionJsonManipulator
 class FunctionJsonRemoveFieldFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, name_;
@@ -207,7 +207,7 @@ class FunctionJsonRemoveFieldFromObject : public FunctionJsonManipulator {
 class FunctionJsonRemoveFieldFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const engine::Parameters& parameters();
 
  private:
   std::wstring handle_, index_;

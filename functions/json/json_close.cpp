@@ -2,7 +2,10 @@
 
 namespace api::json {
 
-bool FunctionJsonClose::readAttributes() { return readText(L"handle", handle_); }
+const Parameters& FunctionJsonClose::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonClose::handle_>(L"handle")};
+  return list;
+}
 
 // Releases whatever the name holds; an unknown name is no error.
 void FunctionJsonClose::execute() {

@@ -2,9 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetArrayFromObject::readAttributes() {
-  return readText(L"objectHandle", objectHandle_) && readText(L"arrayHandle", arrayHandle_) &&
-         readText(L"xpath", xpath_);
+const Parameters& FunctionJsonGetArrayFromObject::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetArrayFromObject::objectHandle_>(L"objectHandle"),
+      engine::handle<&FunctionJsonGetArrayFromObject::arrayHandle_>(L"arrayHandle"),
+      engine::text<&FunctionJsonGetArrayFromObject::xpath_>(L"xpath")};
+  return list;
 }
 
 void FunctionJsonGetArrayFromObject::execute() {

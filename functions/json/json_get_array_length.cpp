@@ -2,7 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetArrayLength::readAttributes() { return readText(L"handle", handle_) && readText(L"var", var_); }
+const Parameters& FunctionJsonGetArrayLength::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetArrayLength::handle_>(L"handle"),
+      engine::variable<&FunctionJsonGetArrayLength::var_>(L"var")};
+  return list;
+}
 
 void FunctionJsonGetArrayLength::execute() {
   engine::log(L"jsonGetArrayLength for array %s into var %s", handle_.c_str(), var_.c_str());

@@ -2,9 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetNonScalarFromArray::readAttributes() {
-  return readText(L"arrayHandle", arrayHandle_) && readText(L"nonScalarHandle", nonScalarHandle_) &&
-         readText(L"index", index_);
+const Parameters& FunctionJsonGetNonScalarFromArray::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetNonScalarFromArray::arrayHandle_>(L"arrayHandle"),
+      engine::handle<&FunctionJsonGetNonScalarFromArray::nonScalarHandle_>(L"nonScalarHandle"),
+      engine::text<&FunctionJsonGetNonScalarFromArray::index_>(L"index")};
+  return list;
 }
 
 void FunctionJsonGetNonScalarFromArray::execute() {

@@ -2,8 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetScalarFromArray::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"index", index_) && readText(L"var", var_);
+const Parameters& FunctionJsonGetScalarFromArray::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetScalarFromArray::handle_>(L"handle"),
+      engine::text<&FunctionJsonGetScalarFromArray::index_>(L"index"),
+      engine::variable<&FunctionJsonGetScalarFromArray::var_>(L"var")};
+  return list;
 }
 
 void FunctionJsonGetScalarFromArray::execute() {

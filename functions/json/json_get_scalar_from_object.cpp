@@ -2,8 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetScalarFromObject::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"var", var_);
+const Parameters& FunctionJsonGetScalarFromObject::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetScalarFromObject::handle_>(L"handle"),
+      engine::text<&FunctionJsonGetScalarFromObject::xpath_>(L"xpath"),
+      engine::variable<&FunctionJsonGetScalarFromObject::var_>(L"var")};
+  return list;
 }
 
 void FunctionJsonGetScalarFromObject::execute() {

@@ -2,8 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetTypeFromArray::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"index", index_) && readText(L"var", var_);
+const Parameters& FunctionJsonGetTypeFromArray::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetTypeFromArray::handle_>(L"handle"),
+      engine::text<&FunctionJsonGetTypeFromArray::index_>(L"index"),
+      engine::variable<&FunctionJsonGetTypeFromArray::var_>(L"var")};
+  return list;
 }
 
 void FunctionJsonGetTypeFromArray::execute() {

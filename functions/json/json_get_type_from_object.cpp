@@ -2,8 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonGetTypeFromObject::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"var", var_);
+const Parameters& FunctionJsonGetTypeFromObject::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonGetTypeFromObject::handle_>(L"handle"),
+      engine::text<&FunctionJsonGetTypeFromObject::xpath_>(L"xpath"),
+      engine::variable<&FunctionJsonGetTypeFromObject::var_>(L"var")};
+  return list;
 }
 
 // The handle's own value must be an object, even for an empty path.

@@ -2,8 +2,11 @@
 
 namespace api::json {
 
-bool FunctionJsonInsertEmptyNonScalarIntoArray::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"index", index_) && readText(L"type", type_);
+const Parameters& FunctionJsonInsertEmptyNonScalarIntoArray::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonInsertEmptyNonScalarIntoArray::handle_>(L"handle"),
+      engine::text<&FunctionJsonInsertEmptyNonScalarIntoArray::index_>(L"index"),
+      engine::literal<&FunctionJsonInsertEmptyNonScalarIntoArray::type_>(L"type")};
+  return list;
 }
 
 void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {

@@ -3,9 +3,12 @@
 
 namespace api::json {
 
-bool FunctionJsonInsertEmptyNonScalarIntoObject::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"name", name_) &&
-         readText(L"type", type_);
+const Parameters& FunctionJsonInsertEmptyNonScalarIntoObject::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonInsertEmptyNonScalarIntoObject::handle_>(L"handle"),
+      engine::text<&FunctionJsonInsertEmptyNonScalarIntoObject::xpath_>(L"xpath"),
+      engine::literal<&FunctionJsonInsertEmptyNonScalarIntoObject::name_>(L"name"),
+      engine::literal<&FunctionJsonInsertEmptyNonScalarIntoObject::type_>(L"type")};
+  return list;
 }
 
 // The xpath is only logged: the member always goes into the handle's own object.

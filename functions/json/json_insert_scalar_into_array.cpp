@@ -2,11 +2,13 @@
 
 namespace api::json {
 
-bool FunctionJsonInsertScalarIntoArray::readAttributes() {
-  if (!readText(L"handle", handle_) || !readText(L"index", index_)) return false;
-  value_.choose(attribute(L"stringValue"), attribute(L"numberValue"), attribute(L"boolValue"));
-  return true;
+const Parameters& FunctionJsonInsertScalarIntoArray::parameters() {
+  static const Parameters list = engine::joined({engine::handle<&FunctionJsonInsertScalarIntoArray::handle_>(L"handle"),
+      engine::text<&FunctionJsonInsertScalarIntoArray::index_>(L"index")}, scalarParameters());
+  return list;
 }
+
+bool FunctionJsonInsertScalarIntoArray::readAttributes() { return readParametersAndScalar(value_); }
 
 // The index is checked before the value: a bad index hides a bad value.
 void FunctionJsonInsertScalarIntoArray::execute() {

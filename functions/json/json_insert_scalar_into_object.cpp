@@ -3,13 +3,14 @@
 
 namespace api::json {
 
-bool FunctionJsonInsertScalarIntoObject::readAttributes() {
-  if (!readText(L"handle", handle_, engine::Need::NonEmpty) || !readText(L"xpath", xpath_) ||
-      !readText(L"name", name_, engine::Need::NonEmpty))
-    return false;
-  value_.choose(attribute(L"stringValue"), attribute(L"numberValue"), attribute(L"boolValue"));
-  return true;
+const Parameters& FunctionJsonInsertScalarIntoObject::parameters() {
+  static const Parameters list = engine::joined({engine::handle<&FunctionJsonInsertScalarIntoObject::handle_>(L"handle", Need::NonEmpty),
+      engine::text<&FunctionJsonInsertScalarIntoObject::xpath_>(L"xpath"),
+      engine::literal<&FunctionJsonInsertScalarIntoObject::name_>(L"name", Need::NonEmpty)}, scalarParameters());
+  return list;
 }
+
+bool FunctionJsonInsertScalarIntoObject::readAttributes() { return readParametersAndScalar(value_); }
 
 // Sets the member, replacing any earlier value of that name whatever its type.
 void FunctionJsonInsertScalarIntoObject::execute() {

@@ -2,18 +2,22 @@
 
 #include "engine/log.h"
 #include "functions/json/functions.h"
-#include "functions/json/json_file.h"
+#include "functions/json/detail/json_file.h"
 #include "platform/read_file.h"
 
 namespace api::json {
 
-bool FunctionJsonOpen::readAttributes() { return readText(L"path", path_) && readText(L"handle", handle_); }
+const Parameters& FunctionJsonOpen::parameters() {
+  static const Parameters list = {engine::text<&FunctionJsonOpen::path_>(L"path"),
+      engine::handle<&FunctionJsonOpen::handle_>(L"handle")};
+  return list;
+}
 
 // A failed open or parse stores nothing: an earlier handle of that name stays.
 void FunctionJsonOpen::execute() {
   const std::wstring path = expand(path_);
   engine::log(L"jsonOpen %s with handle %s", path.c_str(), handle_.c_str());
-  result_ = false;
+  bool opened = false;
   std::string text;
   if (!platform::readTextFile(path, text)) {
     engine::log(L"jsonOpen failed opening the file");
@@ -28,13 +32,13 @@ void FunctionJsonOpen::execute() {
       } else {
         handles().store(handle_, std::make_unique<helpers::JsonDocument>(std::move(value)),
                         helpers::JsonDocument::kind);
-        result_ = true;
+        opened = true;
       }
     } catch (const std::exception& e) {  // out of memory on a huge document
       engine::log(L"jsonOpen failed parsing JSON: %hs", e.what());
     }
   }
-  engine::log(L"jsonOpen end with %s", result_ ? L"True" : L"False");
+  finishAs(L"jsonOpen", opened);
 }
 
 }  // namespace api::json

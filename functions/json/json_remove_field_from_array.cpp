@@ -2,8 +2,10 @@
 
 namespace api::json {
 
-bool FunctionJsonRemoveFieldFromArray::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"index", index_);
+const Parameters& FunctionJsonRemoveFieldFromArray::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonRemoveFieldFromArray::handle_>(L"handle"),
+      engine::text<&FunctionJsonRemoveFieldFromArray::index_>(L"index")};
+  return list;
 }
 
 // Writes no end line.

@@ -8,8 +8,11 @@ namespace {
 constexpr const wchar_t* kEndTag = L"jsonInsertEmptyNonScalarIntoArray";
 }  // namespace
 
-bool FunctionJsonRemoveFieldFromObject::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"name", name_);
+const Parameters& FunctionJsonRemoveFieldFromObject::parameters() {
+  static const Parameters list = {engine::handle<&FunctionJsonRemoveFieldFromObject::handle_>(L"handle"),
+      engine::text<&FunctionJsonRemoveFieldFromObject::xpath_>(L"xpath"),
+      engine::literal<&FunctionJsonRemoveFieldFromObject::name_>(L"name")};
+  return list;
 }
 
 // Removing a member that is not there still succeeds.

@@ -5,7 +5,11 @@
 
 namespace api::json {
 
-bool FunctionJsonSave::readAttributes() { return readText(L"path", path_) && readText(L"handle", handle_); }
+const Parameters& FunctionJsonSave::parameters() {
+  static const Parameters list = {engine::text<&FunctionJsonSave::path_>(L"path"),
+      engine::handle<&FunctionJsonSave::handle_>(L"handle")};
+  return list;
+}
 
 void FunctionJsonSave::execute() {
   const std::wstring path = expand(path_);

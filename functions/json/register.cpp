@@ -3,25 +3,28 @@
 
 namespace api::json {
 
-using engine::create;
+using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
-  r.registerRetBool(L"jsonOpen", create<FunctionJsonOpen>);
-  r.registerPlain(L"jsonClose", create<FunctionJsonClose>);
-  r.registerRetBool(L"jsonSave", create<FunctionJsonSave>);
-  r.registerRetBool(L"jsonGetTypeFromObject", create<FunctionJsonGetTypeFromObject>);
-  r.registerRetBool(L"jsonGetTypeFromArray", create<FunctionJsonGetTypeFromArray>);
-  r.registerRetBool(L"jsonGetScalarFromObject", create<FunctionJsonGetScalarFromObject>);
-  r.registerRetBool(L"jsonGetArrayFromObject", create<FunctionJsonGetArrayFromObject>);
-  r.registerRetBool(L"jsonGetScalarFromArray", create<FunctionJsonGetScalarFromArray>);
-  r.registerRetBool(L"jsonGetNonScalarFromArray", create<FunctionJsonGetNonScalarFromArray>);
-  r.registerRetBool(L"jsonGetArrayLength", create<FunctionJsonGetArrayLength>);
-  r.registerRetBool(L"jsonInsertScalarIntoObject", create<FunctionJsonInsertScalarIntoObject>);
-  r.registerRetBool(L"jsonInsertScalarIntoArray", create<FunctionJsonInsertScalarIntoArray>);
-  r.registerRetBool(L"jsonInsertEmptyNonScalarIntoObject", create<FunctionJsonInsertEmptyNonScalarIntoObject>);
-  r.registerRetBool(L"jsonInsertEmptyNonScalarIntoArray", create<FunctionJsonInsertEmptyNonScalarIntoArray>);
-  r.registerRetBool(L"jsonRemoveFieldFromObject", create<FunctionJsonRemoveFieldFromObject>);
-  r.registerRetBool(L"jsonRemoveFieldFromArray", create<FunctionJsonRemoveFieldFromArray>);
+  static const engine::Tag tags[] = {
+      tag<FunctionJsonOpen>(L"jsonOpen"),
+      tag<FunctionJsonClose>(L"jsonClose"),
+      tag<FunctionJsonSave>(L"jsonSave"),
+      tag<FunctionJsonGetTypeFromObject>(L"jsonGetTypeFromObject"),
+      tag<FunctionJsonGetTypeFromArray>(L"jsonGetTypeFromArray"),
+      tag<FunctionJsonGetScalarFromObject>(L"jsonGetScalarFromObject"),
+      tag<FunctionJsonGetArrayFromObject>(L"jsonGetArrayFromObject"),
+      tag<FunctionJsonGetScalarFromArray>(L"jsonGetScalarFromArray"),
+      tag<FunctionJsonGetNonScalarFromArray>(L"jsonGetNonScalarFromArray"),
+      tag<FunctionJsonGetArrayLength>(L"jsonGetArrayLength"),
+      tag<FunctionJsonInsertScalarIntoObject>(L"jsonInsertScalarIntoObject"),
+      tag<FunctionJsonInsertScalarIntoArray>(L"jsonInsertScalarIntoArray"),
+      tag<FunctionJsonInsertEmptyNonScalarIntoObject>(L"jsonInsertEmptyNonScalarIntoObject"),
+      tag<FunctionJsonInsertEmptyNonScalarIntoArray>(L"jsonInsertEmptyNonScalarIntoArray"),
+      tag<FunctionJsonRemoveFieldFromObject>(L"jsonRemoveFieldFromObject"),
+      tag<FunctionJsonRemoveFieldFromArray>(L"jsonRemoveFieldFromArray"),
+  };
+  r.add(tags);
 }
 
 }  // namespace api::json

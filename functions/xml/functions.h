@@ -10,11 +10,13 @@ namespace api::xml {
 
 using engine::FunctionBase;
 using engine::FunctionRetError;
+using engine::Need;
+using engine::Parameters;
 
 class FunctionXmlOpen : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring path_, handle_;
@@ -24,7 +26,7 @@ class FunctionXmlOpen : public FunctionRetError {
 class FunctionXmlClose : public FunctionBase {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_;
@@ -33,7 +35,7 @@ class FunctionXmlClose : public FunctionBase {
 class FunctionXmlSave : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring path_, handle_;
@@ -42,7 +44,7 @@ class FunctionXmlSave : public FunctionRetError {
 class FunctionXmlAddChild : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring xpath_, handle_, data_, insertBefore_, insertAfter_, cdata_;
@@ -52,7 +54,7 @@ class FunctionXmlAddChild : public FunctionRetError {
 class FunctionXmlRemoveChild : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_;
@@ -61,7 +63,7 @@ class FunctionXmlRemoveChild : public FunctionRetError {
 class FunctionXmlSetValue : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, value_;
@@ -70,7 +72,7 @@ class FunctionXmlSetValue : public FunctionRetError {
 class FunctionXmlGetValue : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring xpath_, handle_, var_;
@@ -80,7 +82,7 @@ class FunctionXmlGetValue : public FunctionRetError {
 class FunctionXmlGetElement : public FunctionRetError {
  public:
   void execute() override;
-  bool readAttributes() override;
+  static const Parameters& parameters();
 
  private:
   std::wstring handle_, xpath_, destHandle_;

@@ -3,17 +3,20 @@
 
 namespace api::xml {
 
-using engine::create;
+using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
-  r.registerRetError(L"xmlOpen", create<FunctionXmlOpen>);
-  r.registerPlain(L"xmlClose", create<FunctionXmlClose>);
-  r.registerRetError(L"xmlSave", create<FunctionXmlSave>);
-  r.registerRetError(L"xmlAddChild", create<FunctionXmlAddChild>);
-  r.registerRetError(L"xmlRemoveChild", create<FunctionXmlRemoveChild>);
-  r.registerRetError(L"xmlSetValue", create<FunctionXmlSetValue>);
-  r.registerRetError(L"xmlGetValue", create<FunctionXmlGetValue>);
-  r.registerRetError(L"xmlGetElement", create<FunctionXmlGetElement>);
+  static const engine::Tag tags[] = {
+      tag<FunctionXmlOpen>(L"xmlOpen"),
+      tag<FunctionXmlClose>(L"xmlClose"),
+      tag<FunctionXmlSave>(L"xmlSave"),
+      tag<FunctionXmlAddChild>(L"xmlAddChild"),
+      tag<FunctionXmlRemoveChild>(L"xmlRemoveChild"),
+      tag<FunctionXmlSetValue>(L"xmlSetValue"),
+      tag<FunctionXmlGetValue>(L"xmlGetValue"),
+      tag<FunctionXmlGetElement>(L"xmlGetElement"),
+  };
+  r.add(tags);
 }
 
 }  // namespace api::xml

@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
@@ -50,10 +50,14 @@ uint32_t addChild(engine::HandleTable& handles, const std::wstring& handle, cons
 
 }  // namespace
 
-bool FunctionXmlAddChild::readAttributes() {
-  return readText(L"xpath", xpath_, Need::NonEmpty) && readText(L"handle", handle_, Need::NonEmpty) &&
-         readText(L"data", data_, Need::NonEmpty) && readText(L"insert_before", insertBefore_, Need::Optional) &&
-         readText(L"insert_after", insertAfter_, Need::Optional) && readText(L"cdata", cdata_, Need::Optional);
+const Parameters& FunctionXmlAddChild::parameters() {
+  static const Parameters list = {engine::text<&FunctionXmlAddChild::xpath_>(L"xpath", Need::NonEmpty),
+      engine::handle<&FunctionXmlAddChild::handle_>(L"handle", Need::NonEmpty),
+      engine::text<&FunctionXmlAddChild::data_>(L"data", Need::NonEmpty),
+      engine::text<&FunctionXmlAddChild::insertBefore_>(L"insert_before", Need::Optional),
+      engine::text<&FunctionXmlAddChild::insertAfter_>(L"insert_after", Need::Optional),
+      engine::text<&FunctionXmlAddChild::cdata_>(L"cdata", Need::Optional)};
+  return list;
 }
 
 void FunctionXmlAddChild::execute() {

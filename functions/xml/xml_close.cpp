@@ -3,7 +3,10 @@
 
 namespace api::xml {
 
-bool FunctionXmlClose::readAttributes() { return readText(L"handle", handle_); }
+const Parameters& FunctionXmlClose::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlClose::handle_>(L"handle")};
+  return list;
+}
 
 // Any entry of that name goes: a document is destroyed, an element handle
 // frees nothing, an unknown name is no error.

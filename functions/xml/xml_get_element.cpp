@@ -2,15 +2,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
 
-bool FunctionXmlGetElement::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_, engine::Need::Optional) &&
-         readText(L"destHandle", destHandle_, engine::Need::NonEmpty);
+const Parameters& FunctionXmlGetElement::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlGetElement::handle_>(L"handle"),
+      engine::text<&FunctionXmlGetElement::xpath_>(L"xpath", Need::Optional),
+      engine::handle<&FunctionXmlGetElement::destHandle_>(L"destHandle", Need::NonEmpty)};
+  return list;
 }
 
 // An empty xpath takes the context element itself.

@@ -1,14 +1,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
 
-bool FunctionXmlGetValue::readAttributes() {
-  return readText(L"xpath", xpath_) && readText(L"handle", handle_) && readText(L"var", var_);
+const Parameters& FunctionXmlGetValue::parameters() {
+  static const Parameters list = {engine::text<&FunctionXmlGetValue::xpath_>(L"xpath"),
+      engine::handle<&FunctionXmlGetValue::handle_>(L"handle"),
+      engine::variable<&FunctionXmlGetValue::var_>(L"var")};
+  return list;
 }
 
 void FunctionXmlGetValue::execute() {

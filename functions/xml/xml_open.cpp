@@ -2,14 +2,16 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
 #include "platform/error_text.h"
 
 namespace api::xml {
 
-bool FunctionXmlOpen::readAttributes() {
-  return readText(L"path", path_) && readText(L"handle", handle_, engine::Need::NonEmpty);
+const Parameters& FunctionXmlOpen::parameters() {
+  static const Parameters list = {engine::text<&FunctionXmlOpen::path_>(L"path"),
+      engine::handle<&FunctionXmlOpen::handle_>(L"handle", Need::NonEmpty)};
+  return list;
 }
 
 // A document that cannot be read or parsed is not stored; the name keeps what it held.

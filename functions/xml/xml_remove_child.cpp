@@ -1,13 +1,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
 
-bool FunctionXmlRemoveChild::readAttributes() { return readText(L"handle", handle_) && readText(L"xpath", xpath_); }
+const Parameters& FunctionXmlRemoveChild::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlRemoveChild::handle_>(L"handle"),
+      engine::text<&FunctionXmlRemoveChild::xpath_>(L"xpath")};
+  return list;
+}
 
 void FunctionXmlRemoveChild::execute() {
   clearResult();

@@ -1,13 +1,15 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
 
 namespace api::xml {
 
-bool FunctionXmlSave::readAttributes() {
-  return readText(L"path", path_, engine::Need::Optional) && readText(L"handle", handle_, engine::Need::NonEmpty);
+const Parameters& FunctionXmlSave::parameters() {
+  static const Parameters list = {engine::text<&FunctionXmlSave::path_>(L"path", Need::Optional),
+      engine::handle<&FunctionXmlSave::handle_>(L"handle", Need::NonEmpty)};
+  return list;
 }
 
 // An empty path saves to the file the document was opened from.

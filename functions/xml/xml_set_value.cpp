@@ -1,14 +1,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
 
-bool FunctionXmlSetValue::readAttributes() {
-  return readText(L"handle", handle_) && readText(L"xpath", xpath_) && readText(L"value", value_);
+const Parameters& FunctionXmlSetValue::parameters() {
+  static const Parameters list = {engine::handle<&FunctionXmlSetValue::handle_>(L"handle"),
+      engine::text<&FunctionXmlSetValue::xpath_>(L"xpath"),
+      engine::text<&FunctionXmlSetValue::value_>(L"value")};
+  return list;
 }
 
 void FunctionXmlSetValue::execute() {

@@ -49,16 +49,24 @@ TEST(Variables, DecimalIndexesAreZeroPaddedOthersKept) {
 TEST(Registry, RefusesEmptyNullAndDuplicateRegistrations) {
   struct Dummy : engine::FunctionBase {
     void execute() override {}
-    bool readAttributes() override { return true; }
+    static const engine::Parameters& parameters() { return engine::noParameters(); }
+  };
+  struct Flag : engine::FunctionRetBool {
+    void execute() override {}
+    static const engine::Parameters& parameters() { return engine::noParameters(); }
   };
   engine::FunctionRegistry r;
-  EXPECT_TRUE(r.registerPlain(L"x", engine::create<Dummy>));
-  EXPECT_FALSE(r.registerRetBool(L"x", engine::create<Dummy>));
+  EXPECT_TRUE(r.add(engine::tag<Dummy>(L"x")));
+  EXPECT_FALSE(r.add(engine::tag<Flag>(L"x")));
   EXPECT_EQ(r.lookup(L"x")->kind, engine::FunctionKind::Plain);
-  EXPECT_FALSE(r.registerPlain(L"", engine::create<Dummy>));
-  EXPECT_FALSE(r.registerPlain(nullptr, engine::create<Dummy>));
-  EXPECT_FALSE(r.registerPlain(L"y", nullptr));
-  EXPECT_EQ(r.size(), 1u);
+  EXPECT_FALSE(r.add(engine::tag<Dummy>(L"")));
+  EXPECT_FALSE(r.add(engine::tag<Dummy>(nullptr)));
+  engine::Tag noFactory = engine::tag<Dummy>(L"y");
+  noFactory.factory = nullptr;
+  EXPECT_FALSE(r.add(noFactory));
+  EXPECT_TRUE(r.add(engine::tag<Flag>(L"z")));
+  EXPECT_EQ(r.lookup(L"z")->kind, engine::FunctionKind::Bool);
+  EXPECT_EQ(r.size(), 2u);
   EXPECT_EQ(r.lookup(L"X"), nullptr);  // tags are case-sensitive
 }
 

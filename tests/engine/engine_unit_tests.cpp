@@ -1,24 +1,95 @@
-// Engine units that need Windows: the program's registry of every family,
+// Engine units that need Windows: the program's vocabulary of every family,
 // and the companion password command. The pure units are in core_tests.cpp.
 #include <gtest/gtest.h>
+#include <tinyxml.h>
 #include <windows.h>
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 #include "engine/cipher_text.h"
+#include "engine/engine.h"
 #include "engine/registry.h"
 #include "functions/families.h"
+#include "platform/text.h"
 
 namespace {
 
-TEST(Registry, ProgramRegistryHasEveryBaseTagWithItsKind) {
-  const engine::FunctionRegistry r = api::makeFunctionRegistry();
-  for (const wchar_t* tag : {L"exit", L"trace", L"sleep", L"nothing", L"goto", L"onErrorGoTo", L"assign",
-                             L"assignToken", L"addInt", L"addString", L"stringDelete", L"stringGet", L"stringTrim"})
-    EXPECT_EQ(r.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;
-  EXPECT_EQ(r.lookup(L"traceSetFile")->kind, engine::FunctionKind::Error);
-  EXPECT_EQ(r.lookup(L"test")->kind, engine::FunctionKind::Bool);
-  EXPECT_EQ(r.lookup(L"for"), nullptr);
+// A value each form accepts.
+std::string validValue(const engine::Parameter& p) {
+  switch (p.form) {
+    case engine::Form::Integer: return "1";
+    case engine::Form::Flag: return "true";
+    case engine::Form::Label: return "there";
+    case engine::Form::Choice: return platform::toUtf8(p.choices.front());
+    default: return "x";
+  }
+}
+
+// Prepares a script of one `tag` element carrying every described attribute
+// but `left` (nullptr: none left out), `emptied` written empty. Returns
+// whether it prepared, and the log of the preparation.
+class Vocabulary : public ::testing::Test {
+ protected:
+  bool prepare(const engine::Tag& tag, const engine::Parameter* left, const engine::Parameter* emptied,
+               std::string& log) {
+    const std::string trace = (std::filesystem::temp_directory_path() / "upkeep-vocabulary.log").string();
+    std::filesystem::remove(trace);
+    std::ostringstream script;
+    script << "<s version=\"1.1\" log=\"" << trace << "\"><" << platform::toUtf8(tag.name);
+    for (const engine::Parameter& p : tag.parameters()) {
+      if (&p == left) continue;
+      script << ' ' << platform::toUtf8(p.name) << "=\"" << (&p == emptied ? "" : validValue(p)) << '"';
+    }
+    script << "/><nothing id=\"there\"/></s>";
+    TiXmlDocument document;
+    document.Parse(script.str().c_str());
+    engine::Engine engine(registry);
+    const bool prepared = engine.prepare(document, {});
+    engine.reset();
+    std::ifstream in(trace);
+    log.assign(std::istreambuf_iterator<char>(in), {});
+    return prepared;
+  }
+
+  const engine::FunctionRegistry registry = api::makeFunctionRegistry();
+};
+
+// Every tag prepares with its described attributes, and is refused with the
+// documented line when a required one is missing or a non-empty one empty.
+TEST_F(Vocabulary, EveryTagPreparesAsDescribedAndRefusesWhatIsMissing) {
+  ASSERT_GT(registry.size(), 50u);
+  for (const engine::Tag* tag : registry.tags()) {
+    const std::string refusal = "Function '" + platform::toUtf8(tag->name) + "' has invalid parameters (attributes)";
+    std::string log;
+    EXPECT_TRUE(prepare(*tag, nullptr, nullptr, log)) << platform::toUtf8(tag->name) << "\n" << log;
+    for (const engine::Parameter& p : tag->parameters()) {
+      const std::string what = platform::toUtf8(tag->name) + " " + platform::toUtf8(p.name);
+      if (p.need != engine::Need::Optional) {
+        EXPECT_FALSE(prepare(*tag, &p, nullptr, log)) << what;
+        EXPECT_NE(log.find(refusal), std::string::npos) << what << "\n" << log;
+      }
+      if (p.need == engine::Need::NonEmpty) EXPECT_FALSE(prepare(*tag, nullptr, &p, log)) << what << " empty";
+      if (p.form == engine::Form::Choice) {
+        EXPECT_FALSE(prepare(*tag, nullptr, &p, log)) << what << " not a choice";
+      }
+    }
+  }
+}
+
+TEST_F(Vocabulary, KindsFollowTheClassesAndHandlersTheKinds) {
+  for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose"})
+    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;
+  for (const wchar_t* tag : {L"traceSetFile", L"dirCreate", L"xmlOpen"})
+    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Error) << tag;
+  for (const wchar_t* tag : {L"test", L"fileExists", L"jsonOpen", L"fileWrite"})
+    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Bool) << tag;
+  EXPECT_EQ(registry.lookup(L"for"), nullptr);
+  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Plain).size(), 0u);
+  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Bool).size(), 2u);
+  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Error).size(), 3u);
 }
 
 // The companion command's output deciphers to the password it was given.

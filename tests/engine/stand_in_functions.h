@@ -14,6 +14,7 @@ namespace stand_in {
 template <class Base>
 class Recording : public Base {
  public:
+  static const engine::Parameters& parameters() { return engine::noParameters(); }
   bool readAttributes() override { return !this->attribute(L"bad"); }
 
  protected:
@@ -70,14 +71,13 @@ class Bool : public Recording<engine::FunctionRetBool> {
 // The stand-ins under the names of the functions the loops expand into, and
 // under "plain", "error", "bool" and "goto".
 inline engine::FunctionRegistry registry() {
+  using engine::tag;
   engine::FunctionRegistry r;
-  for (const wchar_t* tag : {L"plain", L"nothing", L"assign", L"stringGet", L"stringDelete", L"stringTrim"})
-    r.registerPlain(tag, engine::create<Plain>);
-  r.registerPlain(L"goto", engine::create<Goto>);
-  r.registerRetError(L"error", engine::create<Error>);
-  r.registerRetError(L"xmlGetElement", engine::create<Error>);
-  r.registerRetBool(L"bool", engine::create<Bool>);
-  r.registerRetBool(L"test", engine::create<Bool>);
+  for (const wchar_t* name : {L"plain", L"nothing", L"assign", L"stringGet", L"stringDelete", L"stringTrim"})
+    r.add(tag<Plain>(name));
+  const engine::Tag others[] = {tag<Goto>(L"goto"), tag<Error>(L"error"), tag<Error>(L"xmlGetElement"),
+                                tag<Bool>(L"bool"), tag<Bool>(L"test")};
+  r.add(others);
   return r;
 }
 

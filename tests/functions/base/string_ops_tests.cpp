@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/ascii.h"
-#include "functions/base/string_ops.h"
+#include "functions/base/detail/string_ops.h"
 
 namespace {
 

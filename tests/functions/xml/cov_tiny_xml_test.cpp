@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 
 namespace api::xml {
 namespace {

@@ -1,4 +1,4 @@
-#include "functions/files/delimited_list.h"
+#include "functions/files/detail/delimited_list.h"
 
 namespace api::files {
 

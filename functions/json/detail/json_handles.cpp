@@ -1,4 +1,4 @@
-#include "functions/json/json_handles.h"
+#include "functions/json/detail/json_handles.h"
 
 namespace api::json::helpers {
 namespace {

@@ -1,4 +1,4 @@
-#include "functions/json/json_file.h"
+#include "functions/json/detail/json_file.h"
 
 #include <cmath>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "functions/json/json_values.h"
+#include "functions/json/detail/json_values.h"
 
 #include <cmath>
 #include <stdexcept>

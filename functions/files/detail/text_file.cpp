@@ -1,4 +1,4 @@
-#include "functions/files/text_file.h"
+#include "functions/files/detail/text_file.h"
 
 #include "platform/text.h"
 

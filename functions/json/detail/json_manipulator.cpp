@@ -5,10 +5,17 @@
 
 namespace api::json::helpers {
 
-void FunctionJsonManipulator::end(bool result, const wchar_t* tag) {
-  result_ = result;
-  const std::wstring format = std::wstring(tag ? tag : name().c_str()) + L" end with %s";
-  engine::log(format.c_str(), result ? L"True" : L"False");
+const engine::Parameters& FunctionJsonManipulator::scalarParameters() {
+  static const engine::Parameters list = {engine::checked(L"stringValue", engine::Form::Text, engine::Need::Optional),
+                                          engine::checked(L"numberValue", engine::Form::Text, engine::Need::Optional),
+                                          engine::checked(L"boolValue", engine::Form::Text, engine::Need::Optional)};
+  return list;
+}
+
+bool FunctionJsonManipulator::readParametersAndScalar(ScalarSource& source) {
+  if (!readParameters()) return false;
+  source.choose(attribute(L"stringValue"), attribute(L"numberValue"), attribute(L"boolValue"));
+  return true;
 }
 
 bool FunctionJsonManipulator::walkPath(JsonLocation& location, const std::wstring& path) {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "engine/handles.h"
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 
 namespace api::xml {
 

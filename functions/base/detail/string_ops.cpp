@@ -1,4 +1,4 @@
-#include "functions/base/string_ops.h"
+#include "functions/base/detail/string_ops.h"
 
 #include <algorithm>
 

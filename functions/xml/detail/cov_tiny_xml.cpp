@@ -1,4 +1,4 @@
-#include "functions/xml/cov_tiny_xml.h"
+#include "functions/xml/detail/cov_tiny_xml.h"
 
 #include <memory>
 

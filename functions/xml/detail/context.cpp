@@ -1,4 +1,4 @@
-#include "functions/xml/context.h"
+#include "functions/xml/detail/context.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "functions/files/file_delete.h"
+#include "functions/files/detail/file_delete.h"
 
 #include <windows.h>
 

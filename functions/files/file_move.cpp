@@ -6,8 +6,9 @@
 
 namespace api::files {
 
-bool FunctionFileMoveSingle::readAttributes() {
-  return CopyFunction::readAttributes() && readFlag(L"afterReboot", afterReboot_);
+const Parameters& FunctionFileMoveSingle::parameters() {
+  static const Parameters list = engine::joined({engine::flag<&FunctionFileMoveSingle::afterReboot_>(L"afterReboot")}, CopyFunction::parameters());
+  return list;
 }
 
 // fileMove and dirMove: files and directories are told apart by the source

@@ -1,4 +1,4 @@
-#include "functions/files/directory_copier.h"
+#include "functions/files/detail/directory_copier.h"
 
 #include <windows.h>
 

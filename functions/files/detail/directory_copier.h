@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "functions/files/path_filter.h"
+#include "functions/files/detail/path_filter.h"
 
 namespace api::files {
 

@@ -1,4 +1,4 @@
-#include "functions/files/path_filter.h"
+#include "functions/files/detail/path_filter.h"
 
 namespace api::files {
 

@@ -145,6 +145,36 @@ def config():
         out.append(n)
         out.append(f"string({n})")
 
+    out.append("[comparisons]")
+    operands = ["//n", "//user/@age", "//none", "1", "2.5", "'1'", "'abc'", "true()", "false()", "''",
+                "//role", "'user'", "0 div 0", "//item[@key='port']"]
+    for a in operands:
+        for b in operands:
+            for op in ["=", "!=", "<", ">=", ">"]:
+                out.append(f"{a} {op} {b}")
+    out.append("[booleans]")
+    for e in ["true() and false()", "true() or false()", "not(0)", "not(0 div 0)", "boolean(-0)",
+              "boolean(' ')", "boolean(//none)", "boolean(//n)", "1 and 'a'", "0 or ''",
+              "1 < 2 < 3", "3 > 2 > 1", "1 = 1 = 1", "2 = 2 = 2", "true() = 1", "false() = ''",
+              "'0' = false()", "//none = false()", "//none != true()", "//n = true()",
+              "not(//none)", "1 = '1.0'", "'1' = '1.0'", "//n = '1'", "//n = '1.0'"]:
+        out.append(e)
+    out.append("[syntax]")
+    for e in ["", "(", ")", "1 +", "//", "/ /", "a[", "a]", "@", "foo()", "count()", "count(1,2)",
+              "substring('a')", "concat('a')", "$x", "'abc", "1 2", "child::", "bogus::a", "a::b",
+              "..a", "@@a", "a | 1", "count(1)", "sum('a')", "1[1]", "(1)[1]", "//n[", "*[*",
+              "div", "div div div", "mod", "and", "*", "* * *", "child::and", "and and and",
+              "or or or", "count(//div)", "count(//and)", "@*[1]", "string(@*[1])",
+              "processing-instruction('x')", "count(//processing-instruction())", "count(node()[1])",
+              "text()", "comment()", "node()", "1 | //n", "'a' | 'b'", "-//n", "- //n[2]",
+              "count(//n)[1]", "(//n)[2]", "(//n)[last()]", "((//n))[1]", "//n[1][1][1]",
+              "string(//user[1]/name/text())", "namespace::*", "count(namespace::*)", "//@*[2]",
+              "count(/config/section/item[@key='port']/@*)", "child::comment()", "self::node()",
+              "self::config", "count(self::item)", "   1   +   2   ", "1+2", "1-2", "1 -2", "a-b",
+              "count(//a-b)", "string(.5)", "string(5.)", ".5 + .5", "//item[1 + 1]/@key",
+              "string(//item[@key = 'port']/@type)"]:
+        out.append(e)
+
     out.append("[rounding]")
     # Halves go towards positive infinity; a result of zero from a negative
     # argument is negative zero (1 div it is -Infinity) yet prints as 0; the
@@ -183,36 +213,6 @@ def config():
               "count(//item[1][ns:a])", "xmlns:a", "count(xml:a)", "count(//@xml:*)",
               "name(//@xml:*)", "count(//*[@xml:lang])", "count(//user/attribute::xml:lang)",
               "count(xml:*)", "ns:", "ns:1", ":a", "ns::a", "a:b:c", "count(ns :a)", "count(ns: a)"]:
-        out.append(e)
-
-    out.append("[comparisons]")
-    operands = ["//n", "//user/@age", "//none", "1", "2.5", "'1'", "'abc'", "true()", "false()", "''",
-                "//role", "'user'", "0 div 0", "//item[@key='port']"]
-    for a in operands:
-        for b in operands:
-            for op in ["=", "!=", "<", ">=", ">"]:
-                out.append(f"{a} {op} {b}")
-    out.append("[booleans]")
-    for e in ["true() and false()", "true() or false()", "not(0)", "not(0 div 0)", "boolean(-0)",
-              "boolean(' ')", "boolean(//none)", "boolean(//n)", "1 and 'a'", "0 or ''",
-              "1 < 2 < 3", "3 > 2 > 1", "1 = 1 = 1", "2 = 2 = 2", "true() = 1", "false() = ''",
-              "'0' = false()", "//none = false()", "//none != true()", "//n = true()",
-              "not(//none)", "1 = '1.0'", "'1' = '1.0'", "//n = '1'", "//n = '1.0'"]:
-        out.append(e)
-    out.append("[syntax]")
-    for e in ["", "(", ")", "1 +", "//", "/ /", "a[", "a]", "@", "foo()", "count()", "count(1,2)",
-              "substring('a')", "concat('a')", "$x", "'abc", "1 2", "child::", "bogus::a", "a::b",
-              "..a", "@@a", "a | 1", "count(1)", "sum('a')", "1[1]", "(1)[1]", "//n[", "*[*",
-              "div", "div div div", "mod", "and", "*", "* * *", "child::and", "and and and",
-              "or or or", "count(//div)", "count(//and)", "@*[1]", "string(@*[1])",
-              "processing-instruction('x')", "count(//processing-instruction())", "count(node()[1])",
-              "text()", "comment()", "node()", "1 | //n", "'a' | 'b'", "-//n", "- //n[2]",
-              "count(//n)[1]", "(//n)[2]", "(//n)[last()]", "((//n))[1]", "//n[1][1][1]",
-              "string(//user[1]/name/text())", "namespace::*", "count(namespace::*)", "//@*[2]",
-              "count(/config/section/item[@key='port']/@*)", "child::comment()", "self::node()",
-              "self::config", "count(self::item)", "   1   +   2   ", "1+2", "1-2", "1 -2", "a-b",
-              "count(//a-b)", "string(.5)", "string(5.)", ".5 + .5", "//item[1 + 1]/@key",
-              "string(//item[@key = 'port']/@type)"]:
         out.append(e)
     return out
 

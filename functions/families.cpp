@@ -8,6 +8,7 @@ engine::FunctionRegistry makeFunctionRegistry() {
   files::registerFunctions(registry);
   json::registerFunctions(registry);
   xml::registerFunctions(registry);
+  processes::registerFunctions(registry);
   services::registerFunctions(registry);
   return registry;
 }

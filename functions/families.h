@@ -15,6 +15,9 @@ void registerFunctions(engine::FunctionRegistry& registry);
 namespace json {
 void registerFunctions(engine::FunctionRegistry& registry);
 }
+namespace processes {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
 namespace xml {
 void registerFunctions(engine::FunctionRegistry& registry);
 }

@@ -28,6 +28,7 @@ enum class Call : uint8_t {
   TraceWrite,       // "trace": one line written to the trace file
   ServiceManager,   // "scm": opening the service control manager
   ServiceQuery,     // "svcquery": one query of a service's status
+  Terminate,        // "terminate": one process ended by processKill
   Count
 };
 

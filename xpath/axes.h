@@ -148,8 +148,8 @@ inline bool matches(const Step& step, Axis axis, const Node& n) {
     name = n.node->ValueStr();
   }
   if (step.test == Test::AnyName) return true;
-  if (step.test == Test::PrefixAny) return name.substr(0, step.name.size()) == step.name;
-  return name == step.name;
+  if (step.test == Test::PrefixAny) return sameText(name.substr(0, step.name.size()), step.name);
+  return sameText(name, step.name);
 }
 
 }  // namespace xpath::detail

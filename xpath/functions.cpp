@@ -94,7 +94,9 @@ std::string_view localName(std::string_view name) {
 
 Value Evaluator::call(const Expr& e, const Context& c) {
   const auto& a = e.args;
-  auto str = [&](std::size_t i) { return evalString(*a[i], c); };
+  // Arguments as views; each argument read this way has its own scratch.
+  std::string scratch[2];
+  auto str = [&](std::size_t i) { return stringOf(*a[i], c, scratch[i]); };
   auto num = [&](std::size_t i) { return evalNumber(*a[i], c); };
   // The node a name function looks at: the argument's first node, or the context node.
   auto nameNode = [&](Node& out) {
@@ -102,23 +104,26 @@ Value Evaluator::call(const Expr& e, const Context& c) {
       out = c.node;
       return true;
     }
-    NodeSet nodes = evalNodeSet(*a[0], c);
-    if (nodes.empty()) return false;
-    out = nodes.front();
-    return true;
+    std::optional<Node> first = firstNode(*a[0], c);
+    if (first) out = *first;
+    return first.has_value();
   };
   // String argument, or the context node's string-value when it is left out.
-  auto strOrContext = [&]() {
-    if (!a.empty()) return str(0);
-    std::string s;
-    appendStringValue(c.node, s);
-    return s;
-  };
+  auto strOrContext = [&]() { return a.empty() ? stringValue(c.node, scratch[0]) : str(0); };
 
   switch (e.fn) {
+    case Fn::Invalid: throw EvalError(e.text);
     case Fn::Last: return Value(static_cast<double>(c.size));
     case Fn::Position: return Value(static_cast<double>(c.position));
-    case Fn::Count: return Value(static_cast<double>(evalNodeSet(*a[0], c).size()));
+    case Fn::Count: {
+      std::size_t n = 0;
+      auto count = [&](const Node&) {
+        ++n;
+        return true;
+      };
+      eachNode(*a[0], c, count);
+      return Value(static_cast<double>(n));
+    }
     case Fn::Id:
       // Without a DTD no attribute is of type ID.
       (void)eval(*a[0], c);
@@ -136,29 +141,32 @@ Value Evaluator::call(const Expr& e, const Context& c) {
       Node n;
       return Value(std::string(nameNode(n) ? nameOf(n) : std::string_view{}));
     }
-    case Fn::String: return Value(strOrContext());
+    case Fn::String: return Value(std::string(strOrContext()));
     case Fn::Concat: {
       std::string out;
-      for (std::size_t i = 0; i < a.size(); ++i) out += str(i);
+      for (const ExprPtr& arg : a) out += stringOf(*arg, c, scratch[0]);
       return Value(std::move(out));
     }
     case Fn::StartsWith: {
-      std::string s = str(0), prefix = str(1);
-      return Value(s.compare(0, prefix.size(), prefix) == 0);
+      std::string_view s = str(0), prefix = str(1);
+      return Value(sameText(s.substr(0, prefix.size()), prefix));
     }
-    case Fn::Contains: return Value(str(0).find(str(1)) != std::string::npos);
+    case Fn::Contains: {
+      std::string_view s = str(0), part = str(1);
+      return Value(s.find(part) != std::string_view::npos);
+    }
     case Fn::SubstringBefore: {
-      std::string s = str(0), t = str(1);
+      std::string_view s = str(0), t = str(1);
       std::size_t at = s.find(t);
-      return Value(at == std::string::npos ? std::string() : s.substr(0, at));
+      return Value(std::string(at == std::string_view::npos ? std::string_view() : s.substr(0, at)));
     }
     case Fn::SubstringAfter: {
-      std::string s = str(0), t = str(1);
+      std::string_view s = str(0), t = str(1);
       std::size_t at = s.find(t);
-      return Value(at == std::string::npos ? std::string() : s.substr(at + t.size()));
+      return Value(std::string(at == std::string_view::npos ? std::string_view() : s.substr(at + t.size())));
     }
     case Fn::Substring: {
-      std::string s = str(0);
+      std::string_view s = str(0);
       double start = num(1);
       bool hasLength = a.size() == 3;
       return Value(substring(s, start, hasLength ? num(2) : 0, hasLength));
@@ -166,7 +174,8 @@ Value Evaluator::call(const Expr& e, const Context& c) {
     case Fn::StringLength: return Value(static_cast<double>(countCharacters(strOrContext())));
     case Fn::NormalizeSpace: return Value(normalizeSpace(strOrContext()));
     case Fn::Translate: {
-      std::string s = str(0), from = str(1), to = str(2);
+      std::string_view s = str(0), from = str(1);
+      std::string to = evalString(*a[2], c);
       return Value(translate(s, from, to));
     }
     case Fn::Boolean: return Value(evalBoolean(*a[0], c));
@@ -178,7 +187,11 @@ Value Evaluator::call(const Expr& e, const Context& c) {
     case Fn::Sum: {
       double total = 0;
       std::string scratch;
-      for (const Node& n : evalNodeSet(*a[0], c)) total += stringToNumber(stringValue(n, scratch));
+      auto add = [&](const Node& n) {
+        total += stringToNumber(stringValue(n, scratch));
+        return true;
+      };
+      eachNode(*a[0], c, add);
       return Value(total);
     }
     case Fn::Floor: return Value(std::floor(num(0)));

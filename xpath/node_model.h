@@ -20,6 +20,15 @@ namespace xpath::detail {
 
 enum class NodeKind { Root, Element, Text, Comment, Attribute, None };
 
+// Equality of short texts such as names, compared in line: a memcmp call per
+// node is a good part of the time of a whole-document scan.
+inline bool sameText(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i)
+    if (a[i] != b[i]) return false;
+  return true;
+}
+
 inline bool isText(const TiXmlNode* n) { return n->Type() == TiXmlNode::TINYXML_TEXT && !n->ValueStr().empty(); }
 
 inline bool isVisible(const TiXmlNode* n) {

@@ -129,10 +129,37 @@ bool usesPosition(const Expr& e) {
   return std::any_of(e.args.begin(), e.args.end(), [](const ExprPtr& a) { return usesPosition(*a); });
 }
 
-bool positionIndependent(const Step& s) {
-  return std::all_of(s.predicates.begin(), s.predicates.end(), [](const ExprPtr& p) {
-    return p->kind != Kind::Number && p->kind != Kind::Any && !usesPosition(*p);
-  });
+// A number selects by position; an unknown kind may be a number.
+bool isPositional(const Expr& p) { return p.kind == Kind::Number || p.kind == Kind::Any || usesPosition(p); }
+
+// Calls that read the context node, position or size themselves.
+bool readsContext(const Expr& call) {
+  switch (call.fn) {
+    case Fn::Last:
+    case Fn::Position:
+    case Fn::Lang:
+    case Fn::Invalid: return true;
+    case Fn::LocalName:
+    case Fn::NamespaceUri:
+    case Fn::Name:
+    case Fn::String:
+    case Fn::StringLength:
+    case Fn::NormalizeSpace:
+    case Fn::Number: return call.args.empty();
+    default: return false;
+  }
+}
+
+// Whether `e` has the same value for every context of one evaluation: the tree
+// is the same for all of them, so only relative paths and the context
+// functions tell them apart. Predicates have their own context and do not count.
+bool isIndependent(const Expr& e) {
+  bool argsIndependent = std::all_of(e.args.begin(), e.args.end(), [](const ExprPtr& a) { return a->independent; });
+  switch (e.op) {
+    case Op::Path: return e.start == PathStart::Root || (e.start == PathStart::Expr && argsIndependent);
+    case Op::Call: return argsIndependent && !readsContext(e);
+    default: return argsIndependent;
+  }
 }
 
 // "descendant-or-self::node()/child::x[p]" selects the same nodes as
@@ -143,7 +170,7 @@ void fuseDescendantSteps(std::vector<Step>& steps) {
     Step& s = steps[i];
     Step& next = steps[i + 1];
     if (s.axis != Axis::DescendantOrSelf || s.test != Test::Node || !s.predicates.empty()) continue;
-    if (next.axis != Axis::Child || !positionIndependent(next)) continue;
+    if (next.axis != Axis::Child || next.positionalFrom != next.predicates.size()) continue;
     next.axis = Axis::Descendant;
     steps.erase(steps.begin() + static_cast<std::ptrdiff_t>(i));
   }
@@ -186,6 +213,7 @@ class Parser {
       for (const auto& p : s.predicates) h = std::max(h, p->height);
     e.height = h + 1;
     if (e.kind == Kind::Any) e.kind = resultKind(e.op);
+    e.independent = isIndependent(e);
     if (e.height <= kMaxNesting) return true;
     fail("expression nested too deeply");
     return false;
@@ -194,26 +222,47 @@ class Parser {
 
   ExprPtr expr() {
     if (++depth_ > kMaxNesting) return fail("expression nested too deeply");
-    ExprPtr e = binary(1);
+    ExprPtr e = binary();
     --depth_;
     return e;
   }
 
-  // Precedence climbing over the left-associative binary operators.
-  ExprPtr binary(int minPrecedence) {
-    ExprPtr left = unary();
-    while (left) {
+  // The binary operators, all left-associative. Operands of one precedence
+  // level gather into one chain; an open chain per level is kept on a small
+  // stack, so a long flat run needs neither recursion nor depth.
+  ExprPtr binary() {
+    struct Open {
+      int precedence;
+      ExprPtr chain;
+    };
+    std::vector<Open> open;
+    ExprPtr operand = unary();
+    // Completes the innermost chain with `operand`, which becomes the chain.
+    auto close = [&] {
+      open.back().chain->args.push_back(std::move(operand));
+      operand = finish(std::move(open.back().chain));
+      open.pop_back();
+      return operand != nullptr;
+    };
+    while (operand) {
       const BinaryInfo* info = binaryInfo(peek());
-      if (!info || info->precedence < minPrecedence) break;
+      if (!info) break;
       ++pos_;
-      ExprPtr right = binary(info->precedence + 1);
-      if (!right) return nullptr;
-      auto e = std::make_unique<Expr>(info->op);
-      e->args.push_back(std::move(left));
-      e->args.push_back(std::move(right));
-      left = finish(std::move(e));
+      while (!open.empty() && open.back().precedence > info->precedence)
+        if (!close()) return nullptr;
+      if (!open.empty() && open.back().precedence == info->precedence) {
+        open.back().chain->args.push_back(std::move(operand));
+      } else {
+        open.push_back({info->precedence, std::make_unique<Expr>(info->op)});
+        open.back().chain->args.push_back(std::move(operand));
+      }
+      open.back().chain->ops.push_back(info->op);
+      operand = unary();
     }
-    return left;
+    if (!operand) return nullptr;
+    while (!open.empty())
+      if (!close()) return nullptr;
+    return operand;
   }
 
   ExprPtr unary() {
@@ -229,16 +278,16 @@ class Parser {
   }
 
   ExprPtr unionExpr() {
-    ExprPtr left = pathExpr();
-    while (left && accept(Tok::Pipe)) {
-      ExprPtr right = pathExpr();
-      if (!right) return nullptr;
-      auto e = std::make_unique<Expr>(Op::Union);
-      e->args.push_back(std::move(left));
-      e->args.push_back(std::move(right));
-      left = finish(std::move(e));
+    ExprPtr first = pathExpr();
+    if (!first || peek() != Tok::Pipe) return first;
+    auto e = std::make_unique<Expr>(Op::Union);
+    e->args.push_back(std::move(first));
+    while (accept(Tok::Pipe)) {
+      ExprPtr next = pathExpr();
+      if (!next) return nullptr;
+      e->args.push_back(std::move(next));
     }
-    return left;
+    return finish(std::move(e));
   }
 
   static bool startsPrimary(Tok t) {
@@ -301,15 +350,12 @@ class Parser {
     }
   }
 
+  // An unknown name or a wrong number of arguments is an error only when the
+  // call is evaluated, so "false() and f()" is false.
   ExprPtr call() {
     std::string_view name = cur().text;
     ++pos_;
-    auto info =
-        std::find_if(kFunctions.begin(), kFunctions.end(), [&](const FunctionInfo& f) { return f.name == name; });
-    if (info == kFunctions.end()) return fail("unknown function '" + std::string(name) + "'");
     auto e = std::make_unique<Expr>(Op::Call);
-    e->fn = info->fn;
-    e->kind = info->result;
     if (!expect(Tok::LParen, "'('")) return nullptr;
     if (!accept(Tok::RParen)) {
       do {
@@ -319,9 +365,19 @@ class Parser {
       } while (accept(Tok::Comma));
       if (!expect(Tok::RParen, "')'")) return nullptr;
     }
+    auto info =
+        std::find_if(kFunctions.begin(), kFunctions.end(), [&](const FunctionInfo& f) { return f.name == name; });
     int n = static_cast<int>(e->args.size());
-    if (n < info->minArgs || (info->maxArgs >= 0 && n > info->maxArgs))
-      return fail("wrong number of arguments to " + std::string(name) + "()");
+    if (info == kFunctions.end()) {
+      e->fn = Fn::Invalid;
+      e->text = "unknown function '" + std::string(name) + "'";
+    } else if (n < info->minArgs || (info->maxArgs >= 0 && n > info->maxArgs)) {
+      e->fn = Fn::Invalid;
+      e->text = "wrong number of arguments to " + std::string(name) + "()";
+    } else {
+      e->fn = info->fn;
+      e->kind = info->result;
+    }
     return finish(std::move(e));
   }
 
@@ -385,6 +441,9 @@ class Parser {
     }
     if (!nodeTest(s)) return false;
     if (!predicates(s.predicates)) return false;
+    s.positionalFrom = static_cast<std::size_t>(
+        std::find_if(s.predicates.begin(), s.predicates.end(), [](const ExprPtr& p) { return isPositional(*p); }) -
+        s.predicates.begin());
     steps.push_back(std::move(s));
     return true;
   }
@@ -393,6 +452,7 @@ class Parser {
     const Token& t = cur();
     if (t.kind == Tok::NameTest) {
       ++pos_;
+      std::size_t colon = t.text.find(':');
       if (t.text == "*") {
         s.test = Test::AnyName;
       } else if (t.text.back() == '*') {
@@ -402,6 +462,9 @@ class Parser {
         s.test = Test::Name;
         s.name = std::string(t.text);
       }
+      // Only "xml" is bound (to the namespace xml:lang and xml:space live in);
+      // TinyXML keeps such names whole, so "xml:lang" matches literally.
+      if (colon != std::string_view::npos && t.text.substr(0, colon) != "xml") s.test = Test::Unbound;
       return true;
     }
     if (t.kind != Tok::NodeType) {
@@ -422,24 +485,45 @@ class Parser {
     while (accept(Tok::LBracket)) {
       ExprPtr p = expr();
       if (!p || !expect(Tok::RBracket, "']'")) return false;
+      assignCacheSlots(*p);
       out.push_back(std::move(p));
     }
     return true;
   }
 
+  // A predicate runs once per node it tests; its largest parts that do not
+  // depend on that node get a cache slot so they are evaluated once. Nested
+  // predicates were given theirs when they were parsed.
+  void assignCacheSlots(Expr& e) {
+    if (e.independent) {
+      if (e.op != Op::Literal && e.op != Op::Number && e.op != Op::Variable) e.cacheSlot = cacheSlots_++;
+      return;
+    }
+    for (auto& a : e.args) assignCacheSlots(*a);
+  }
+
+ public:
+  int cacheSlots() const { return cacheSlots_; }
+
+ private:
   std::vector<Token> t_;
   std::size_t pos_ = 0;
   int depth_ = 0;
+  int cacheSlots_ = 0;
   std::string& error_;
 };
 
 }  // namespace
 
-ExprPtr parse(std::string_view text, std::string& error) {
+ExprPtr parse(std::string_view text, std::string& error, int& cacheSlots) {
   error.clear();
+  cacheSlots = 0;
   std::vector<Token> tokens;
   if (!tokenize(text, tokens, error)) return nullptr;
-  return Parser(std::move(tokens), error).parseAll();
+  Parser parser(std::move(tokens), error);
+  ExprPtr root = parser.parseAll();
+  cacheSlots = parser.cacheSlots();
+  return root;
 }
 
 }  // namespace xpath::detail

@@ -10,6 +10,7 @@ namespace xpath::detail {
 
 // The tree of `text`, or nullptr with a message in `error`. Nesting deeper than
 // kMaxNesting is refused so neither parsing nor evaluation can exhaust the stack.
-ExprPtr parse(std::string_view text, std::string& error);
+// `cacheSlots` receives the number of cache slots the tree's expressions use.
+ExprPtr parse(std::string_view text, std::string& error, int& cacheSlots);
 
 }  // namespace xpath::detail

@@ -43,7 +43,8 @@ std::string Value::toString() const {
   return {};
 }
 
-Expression::Expression(std::unique_ptr<detail::Expr> root) : root_(std::move(root)) {}
+Expression::Expression(std::unique_ptr<detail::Expr> root, int cacheSlots)
+    : root_(std::move(root)), cacheSlots_(cacheSlots) {}
 Expression::Expression(Expression&&) noexcept = default;
 Expression& Expression::operator=(Expression&&) noexcept = default;
 Expression::~Expression() = default;
@@ -51,12 +52,13 @@ Expression::~Expression() = default;
 std::optional<Expression> Expression::compile(std::string_view text, std::string* error) {
   try {
     std::string message;
-    detail::ExprPtr root = detail::parse(text, message);
+    int cacheSlots = 0;
+    detail::ExprPtr root = detail::parse(text, message, cacheSlots);
     if (!root) {
       if (error) *error = message;
       return std::nullopt;
     }
-    return Expression(std::move(root));
+    return Expression(std::move(root), cacheSlots);
   } catch (const std::bad_alloc&) {
     if (error) *error = "out of memory";
     return std::nullopt;
@@ -65,31 +67,44 @@ std::optional<Expression> Expression::compile(std::string_view text, std::string
 
 std::optional<Value> Expression::evaluate(const TiXmlNode& context, const Limits& limits) const {
   try {
-    detail::Evaluator evaluator(limits);
+    detail::Evaluator evaluator(limits, cacheSlots_);
     return evaluator.eval(*root_, detail::Context{detail::fromTiXml(context), 1, 1});
   } catch (const std::exception&) {  // EvalError, bad_alloc, length_error
     return std::nullopt;
   }
 }
 
-namespace {
-
-std::optional<Value> run(std::string_view expression, const TiXmlNode& context) {
-  std::optional<Expression> compiled = Expression::compile(expression);
-  if (!compiled) return std::nullopt;
-  return compiled->evaluate(context);
+std::optional<Node> Expression::first(const TiXmlNode& context, const Limits& limits) const {
+  try {
+    if (root_->kind != detail::Kind::NodeSet && root_->kind != detail::Kind::Any) return std::nullopt;
+    detail::Evaluator evaluator(limits, cacheSlots_);
+    return evaluator.firstNode(*root_, detail::Context{detail::fromTiXml(context), 1, 1});
+  } catch (const std::exception&) {  // also a result that is no node-set
+    return std::nullopt;
+  }
 }
 
-const Node* firstOf(const std::optional<Value>& v) {
-  if (!v || v->type() != Value::Type::NodeSet || v->nodes().empty()) return nullptr;
-  return &v->nodes().front();
+std::optional<std::string> Expression::evaluateString(const TiXmlNode& context, const Limits& limits) const {
+  try {
+    detail::Evaluator evaluator(limits, cacheSlots_);
+    return evaluator.evalString(*root_, detail::Context{detail::fromTiXml(context), 1, 1});
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+namespace {
+
+std::optional<Node> first(std::string_view expression, const TiXmlNode& context) {
+  std::optional<Expression> compiled = Expression::compile(expression);
+  if (!compiled) return std::nullopt;
+  return compiled->first(context);
 }
 
 }  // namespace
 
 const TiXmlNode* firstNode(std::string_view expression, const TiXmlNode& context) {
-  std::optional<Value> v = run(expression, context);
-  const Node* n = firstOf(v);
+  std::optional<Node> n = first(expression, context);
   return n && !n->isAttribute() ? n->node : nullptr;
 }
 
@@ -100,19 +115,14 @@ TiXmlNode* firstNode(std::string_view expression, TiXmlNode& context) {
 }
 
 TiXmlAttribute* firstAttribute(std::string_view expression, const TiXmlNode& context) {
-  std::optional<Value> v = run(expression, context);
-  const Node* n = firstOf(v);
+  std::optional<Node> n = first(expression, context);
   return n && n->isAttribute() ? const_cast<TiXmlAttribute*>(n->attribute) : nullptr;
 }
 
 std::optional<std::string> evaluateString(std::string_view expression, const TiXmlNode& context) {
-  try {
-    std::optional<Value> v = run(expression, context);
-    if (!v) return std::nullopt;
-    return v->toString();
-  } catch (const std::exception&) {
-    return std::nullopt;
-  }
+  std::optional<Expression> compiled = Expression::compile(expression);
+  if (!compiled) return std::nullopt;
+  return compiled->evaluateString(context);
 }
 
 }  // namespace xpath

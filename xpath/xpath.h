@@ -65,6 +65,9 @@ class Value {
 struct Limits {
   std::size_t maxNodeVisits = std::size_t{1} << 28;  // axis steps over the tree
   std::size_t maxNodeSetSize = std::size_t{1} << 24;
+  // Stack for nested predicates, calls and operators: about 1.5 KB a level in an
+  // optimised build, ten times that with sanitizers.
+  std::size_t maxStackBytes = std::size_t{4} << 20;
 };
 
 namespace detail {
@@ -73,23 +76,36 @@ struct Expr;
 
 class Expression {
  public:
-  // A compiled expression, or std::nullopt (with a message in *error) on a syntax
-  // error, an unknown function, a wrong argument count or nesting beyond the limit.
+  // A compiled expression, or std::nullopt (with a message in *error) on a
+  // syntax error or nesting beyond the limit. An unknown function, a wrong
+  // argument count, a variable or a name test with an unbound prefix is an
+  // error only when evaluation reaches it.
   static std::optional<Expression> compile(std::string_view text, std::string* error = nullptr);
 
   // Evaluates with `context` as the context node (position 1, size 1).
   std::optional<Value> evaluate(const TiXmlNode& context, const Limits& limits = {}) const;
+
+  // The first node in document order of a node-set result, found without
+  // building the rest of the set; std::nullopt when the evaluation fails, the
+  // result is not a node-set, or it is empty.
+  std::optional<Node> first(const TiXmlNode& context, const Limits& limits = {}) const;
+
+  // The result converted with string(), reading only the first node of a
+  // node-set; std::nullopt when the evaluation fails.
+  std::optional<std::string> evaluateString(const TiXmlNode& context, const Limits& limits = {}) const;
 
   Expression(Expression&&) noexcept;
   Expression& operator=(Expression&&) noexcept;
   ~Expression();
 
  private:
-  explicit Expression(std::unique_ptr<detail::Expr> root);
+  Expression(std::unique_ptr<detail::Expr> root, int cacheSlots);
   std::unique_ptr<detail::Expr> root_;
+  int cacheSlots_ = 0;  // values of context-independent parts, kept per evaluation
 };
 
 // Deepest nesting of parentheses, predicates, arguments and operators accepted.
+// A run of binary operators of one precedence ("1 + 2 + ... + n") is one level.
 inline constexpr int kMaxNesting = 1000;
 
 // First node (document order) of a node-set result; nullptr when the expression

@@ -174,6 +174,46 @@ def config():
               "count(//a-b)", "string(.5)", "string(5.)", ".5 + .5", "//item[1 + 1]/@key",
               "string(//item[@key = 'port']/@type)"]:
         out.append(e)
+
+    out.append("[rounding]")
+    # Halves go towards positive infinity; a result of zero from a negative
+    # argument is negative zero (1 div it is -Infinity) yet prints as 0; the
+    # rounding is exact, never floor(x + 0.5) in floating point.
+    rounded = ["0.5", "-0.5", "0.4", "-0.4", "-0", "0", "0.49999999999999994", "-0.49999999999999994",
+               "0.5000000000000001", "-0.5000000000000001", "1.4999999999999998", "-1.4999999999999998",
+               "2.5", "-2.5", "3.5", "-3.5", "4503599627370495.5", "-4503599627370495.5",
+               "4503599627370497", "-4503599627370497", "9007199254740991", "-9007199254740991",
+               "9007199254740993", "1e300", "-0.0000001", "0.0000001", "1 div 0", "-1 div 0", "0 div 0",
+               "-1.0000000000000002", "-0.9999999999999999", "0.9999999999999999", "//n[6]", "//n[8]",
+               "'-0.3'", "''"]
+    for x in rounded:
+        for fn in ["round", "floor", "ceiling"]:
+            out.append(f"{fn}({x})")
+            out.append(f"1 div {fn}({x})")
+    out += ["string(round(-0.4))", "concat(round(-0.4), '|', ceiling(-0.4))", "round(-0.4) = 0",
+            "-round(0.4)", "1 div -round(0.4)", "1 div -ceiling(-0.5)", "1 div (0 * -1)", "1 div number('-0')",
+            "1 div sum(//n[8])", "substring('12345', round(-0.4))", "substring('12345', -0.5, 2)",
+            "substring('12345', 0.49999999999999994, 2)", "round(2.5) - round(-2.5)", "floor(-0.5) + ceiling(-0.5)"]
+
+    out.append("[prefixes]")
+    # No namespace prefix but xml is bound: a QName with another prefix is an
+    # error wherever evaluation reaches it, in every place a QName can stand.
+    for e in ["ns:a", "count(ns:a)", "/ns:a", "//ns:a", "count(//ns:a)", "child::ns:a", "self::ns:config",
+              "descendant::ns:*", "ancestor-or-self::ns:config", "@ns:n", "count(@ns:n)", "attribute::ns:n",
+              "@ns:*", "count(@ns:*)", "ns:*", "count(ns:*)", "count(//ns:*)", "section/ns:item",
+              "count(section/ns:item)", "count(//item[ns:b])", "count(//item[@ns:b])", "count(*[foo:b])",
+              "count(//item[ns:b or true()])", "count(//section[item/@ns:k = 'x'])", "count(ns:a | section)",
+              "count(section | ns:a)", "count((section)/ns:a)", "count(//missing/ns:a)",
+              "count(//section[1]/ns:a)", "string(ns:a)", "name(ns:a)", "local-name(@ns:a)",
+              "boolean(ns:a)", "not(ns:a)", "ns:a = 1", "1 = ns:a", "ns:a[1]", "count(ns:a[1])",
+              "foo:bar()", "foo:count(section)", "fn:count(section)", "count(foo:bar())",
+              "string(foo:bar(1, 2))", "true() or foo:bar()", "false() and foo:bar()", "false() and ns:a",
+              "true() or ns:a", "false() and $ns:v", "$ns:v", "count(//item[false() and ns:a])",
+              "count(//item[position() < 0 and ns:a])", "count(//missing[ns:a])", "count(//item[9][ns:a])",
+              "count(//item[1][ns:a])", "xmlns:a", "count(xml:a)", "count(//@xml:*)",
+              "name(//@xml:*)", "count(//*[@xml:lang])", "count(//user/attribute::xml:lang)",
+              "count(xml:*)", "ns:", "ns:1", ":a", "ns::a", "a:b:c", "count(ns :a)", "count(ns: a)"]:
+        out.append(e)
     return out
 
 

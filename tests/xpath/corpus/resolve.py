@@ -62,8 +62,9 @@ def decide(area, expr, note):
         return "1", "'1.' is a Number: Digits '.' with no fraction digits"
     # A boolean against a node-set compares with boolean(node-set) (libxml2 right).
     bool_vs_set = "true()" in expr or "false()" in expr
-    if area == "numbers" or (area == "comparisons" and "//n" in expr and not bool_vs_set):
-        # libxml2 writes exponents, rounds to 15 digits, and reads '1e3' as a number.
+    if area in ("numbers", "rounding") or (area == "comparisons" and "//n" in expr and not bool_vs_set):
+        # libxml2 writes exponents, rounds to 15 digits, reads '1e3' as a number,
+        # and rounds 0.49999999999999994 to 1 and ceiling(-0.9999999999999999) to -1.
         return side(note, "xpath.js"), "xpath.js (" + note + ")"
     if "namespace::" in expr:
         return namespace_free(expr), "no namespace nodes"

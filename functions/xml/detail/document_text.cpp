@@ -53,7 +53,10 @@ class Printer {
       printElement(*element, depth, inlined);
     } else if (const TiXmlText* text = node.ToText()) {
       if (!text->CDATA()) return escape(text->ValueStr(), true);
-      if (!inlined) out_ += '\n', indent(out_, depth);
+      if (!inlined) {
+        out_ += '\n';
+        indent(out_, depth);
+      }
       out_ += "<![CDATA[";
       out_ += text->ValueStr();
       out_ += "]]>";

@@ -7,6 +7,7 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -41,6 +42,10 @@ bool mixesText(const TiXmlElement& element) {
   for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling())
     if (child->ToText() && !child->ToText()->CDATA()) return true;
   return false;
+}
+
+bool needsEscape(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == '&' || c == '<' || c == '>' || c == '"' || c == '\'';
 }
 
 class Printer {
@@ -113,6 +118,10 @@ class Printer {
   // TinyXML's escaping, except that in text a line break or tab is written as
   // itself (not `&#x0A;`), and a declared entity's reference as a reference.
   void escape(const std::string& value, bool inText) {
+    if (std::none_of(value.begin(), value.end(), needsEscape)) {  // most values: nothing to do
+      out_ += value;
+      return;
+    }
     encoded_.clear();
     TiXmlBase::EncodeString(value, &encoded_);
     const std::string_view text = encoded_;

@@ -19,5 +19,7 @@ case $action in
   stop)
     wineserver -k 2>/dev/null || true
     wineserver -w 2>/dev/null || true
+    # Downloads leave a copy in the Internet cache; drop it so the prefix does not grow.
+    rm -rf "$prefix"/drive_c/users/*/AppData/Local/Microsoft/Windows/INetCache
     ;;
 esac

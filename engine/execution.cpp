@@ -71,6 +71,7 @@ FunctionBase* Engine::step(FunctionBase* f) {
 }
 
 void Engine::reset() {
+  runtime_.impersonation.reset();
   labels_.clear();
   runtime_.variables.reset();
   runtime_.errorTarget.clear();

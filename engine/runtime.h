@@ -1,5 +1,6 @@
 #pragma once
 // The state a script's functions share while it runs.
+#include <memory>
 #include <string>
 
 #include "engine/handles.h"
@@ -7,11 +8,20 @@
 
 namespace engine {
 
+// State a family keeps for the rest of a run and gives up when it is
+// destroyed (the processes family's impersonation of another user).
+class RunState {
+ public:
+  virtual ~RunState() = default;
+};
+
 struct Runtime {
   HandleTable handles;
   VariableStore variables{handles};
   // Label to jump to when a failure has no handler; empty for none.
   std::wstring errorTarget;
+  // The impersonation processImpersonateUser began; the engine's reset ends it.
+  std::unique_ptr<RunState> impersonation;
 };
 
 }  // namespace engine

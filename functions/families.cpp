@@ -8,6 +8,8 @@ engine::FunctionRegistry makeFunctionRegistry() {
   files::registerFunctions(registry);
   json::registerFunctions(registry);
   xml::registerFunctions(registry);
+  processes::registerFunctions(registry);
+  services::registerFunctions(registry);
   return registry;
 }
 

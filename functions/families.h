@@ -15,7 +15,13 @@ void registerFunctions(engine::FunctionRegistry& registry);
 namespace json {
 void registerFunctions(engine::FunctionRegistry& registry);
 }
+namespace processes {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
 namespace xml {
+void registerFunctions(engine::FunctionRegistry& registry);
+}
+namespace services {
 void registerFunctions(engine::FunctionRegistry& registry);
 }
 

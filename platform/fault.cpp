@@ -15,7 +15,8 @@ struct Fault {
 std::array<Fault, static_cast<size_t>(Call::Count)> faults;
 
 constexpr std::array<std::string_view, static_cast<size_t>(Call::Count)> kNames = {
-    "create", "write", "flush", "close", "replace", "copy", "move", "delete", "mkdir", "rmdir", "trace"};
+    "create", "write", "flush", "close", "replace", "copy", "move", "delete", "mkdir", "rmdir", "trace",
+    "scm", "svcquery", "terminate"};
 
 template <class T>
 bool parseNumber(std::string_view text, T& out) {

@@ -26,6 +26,9 @@ enum class Call : uint8_t {
   CreateDirectory,  // "mkdir"
   RemoveDirectory,  // "rmdir"
   TraceWrite,       // "trace": one line written to the trace file
+  ServiceManager,   // "scm": opening the service control manager
+  ServiceQuery,     // "svcquery": one query of a service's status
+  Terminate,        // "terminate": one process ended by processKill
   Count
 };
 

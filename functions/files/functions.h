@@ -164,6 +164,16 @@ class FunctionFileWrite : public FunctionRetBool {
   std::wstring handle_, string_;
 };
 
+// Fetches `url` into `file`; ends with fileCopySingle's end line.
+class FunctionFileDownload : public FunctionRetError {
+ public:
+  void execute() override;
+  static const Parameters& parameters();
+
+ private:
+  std::wstring url_, file_;
+};
+
 class FunctionFileClose : public FunctionBase {
  public:
   void execute() override;

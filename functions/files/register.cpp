@@ -24,6 +24,7 @@ void registerFunctions(engine::FunctionRegistry& r) {
       tag<FunctionFileOpenOrCreate>(L"fileOpenOrCreate"),
       tag<FunctionFileClose>(L"fileClose"),
       tag<FunctionFileWrite>(L"fileWrite"),
+      tag<FunctionFileDownload>(L"fileDownload"),
   };
   r.add(tags);
 }

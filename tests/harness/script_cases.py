@@ -17,17 +17,22 @@ A cases file holds any number of cases:
     --- expect-not                              (lines that must not appear)
     --- expect-debug                            (debugger output lines, in order, under /debug)
     --- check                                   (bash, run after; must exit 0)
+    --- teardown                                (bash, run last, whatever happened before:
+                                                 removes what the case made outside its
+                                                 directory, such as a service)
 
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
 the interpreter's directory (the one that runs) and {casedir} that of the
-case's own directory.
+case's own directory, and {caserel} the case's directory relative to the work
+directory, with forward slashes (for URLs of a server that serves the latter).
 Bash sections get `win` (runs a Windows program in the test prefix),
 `await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
 [none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
 waits until it is ready), `release` (tells it to stop and waits until it has),
-$HELPERS (the helper programs' directory) and $UPKEEP (the interpreter's
-Windows-side path is its Linux path).
+`remove_service NAME...` (stops and deletes services, waiting up to 10 s until
+each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the
+interpreter's Windows-side path is its Linux path).
 
 Any other section name or header line refuses its case, as does a file name
 that is absolute or contains "..": a case keeps everything it writes inside its
@@ -44,7 +49,7 @@ import signal
 import subprocess
 import sys
 
-SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check"}
+SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check", "teardown"}
 DEBUG_LINE = re.compile(r'^[0-9a-f]*:warn:[a-z]*:OutputDebugStringA "(.*?)"(\.\.\.)?$')
 DEFAULT_TIMEOUT = 120
 BASH_PRELUDE = r"""
@@ -55,6 +60,18 @@ release() {
   touch held.stop
   for _ in $(seq 100); do [ -e held.ready ] || return 0; sleep 0.1; done
   echo "the holder did not stop within 10 s" >&2; return 1
+}
+remove_service() {
+  local name
+  for name; do
+    win sc delete "$name" >/dev/null 2>&1 || true
+    for _ in $(seq 100); do
+      win sc query "$name" >/dev/null 2>&1 || continue 2
+      win sc stop "$name" >/dev/null 2>&1 || true
+      sleep 0.1
+    done
+    echo "service $name still there after 10 s" >&2; return 1
+  done
 }
 set -e
 """
@@ -178,6 +195,16 @@ def run_case(case, opts, workdir):
             f.write("\n".join(lines) + "\n")
     env = dict(os.environ, WINE_RUN=opts.wine_run, WINE_PREFIX=opts.prefix, UPKEEP=opts.exe,
                HELPERS=opts.helpers or "", LC_ALL="C.UTF-8")
+    problems = run_steps(case, opts, workdir, env)
+    if "teardown" in case["sections"]:
+        failure = bash("teardown", "\n".join(case["sections"]["teardown"]), workdir, env,
+                       case.get("timeout", DEFAULT_TIMEOUT))
+        if failure:
+            problems.append(failure)
+    return problems
+
+
+def run_steps(case, opts, workdir, env):
     sections = case["sections"]
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
     if "setup" in sections:
@@ -189,6 +216,7 @@ def run_case(case, opts, workdir):
     exe = os.path.join(workdir, case["program"]) if "program" in case else opts.exe
     arg_text = case["args"].replace("{exedir}", windows_path(os.path.dirname(exe)))
     arg_text = arg_text.replace("{casedir}", windows_path(workdir))
+    arg_text = arg_text.replace("{caserel}", os.path.relpath(workdir, opts.work).replace(os.sep, "/"))
     lexer = shlex.shlex(arg_text, posix=True)
     lexer.whitespace_split, lexer.escape = True, ""  # backslashes are Windows paths
     args = list(lexer)

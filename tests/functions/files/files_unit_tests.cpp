@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "functions/files/detail/delimited_list.h"
+#include "functions/files/detail/download_error.h"
 #include "functions/files/detail/text_file.h"
 
 namespace {
@@ -19,6 +20,16 @@ TEST(JoinDelimited, CutsEveryTrailingDelimiterCharacter) {
   // The cut works on the delimiter's characters, not on the delimiter text.
   EXPECT_EQ(joinDelimited({L"x", L"yba"}, L"ab"), L"xaby");
   EXPECT_EQ(joinDelimited({L";;"}, L";"), L"");
+}
+
+TEST(DownloadError, OnlyAFailureWithANonZeroLowWordFails) {
+  using api::files::downloadError;
+  EXPECT_EQ(downloadError(static_cast<int32_t>(0x80070005)), 5u);       // from a Win32 error
+  EXPECT_EQ(downloadError(static_cast<int32_t>(0x800C0008)), 8u);       // INET_E_DOWNLOAD_FAILURE
+  EXPECT_EQ(downloadError(static_cast<int32_t>(0x8004FFFF)), 0xFFFFu);  // the whole low word
+  EXPECT_EQ(downloadError(static_cast<int32_t>(0x80040000)), 0u);       // failure, low word 0: success
+  EXPECT_EQ(downloadError(0), 0u);
+  EXPECT_EQ(downloadError(0x00040005), 0u);  // positive (a success code) with a low word
 }
 
 std::string readBytes(const wchar_t* path) {

@@ -1,0 +1,40 @@
+#include <windows.h>
+
+#include <string>
+
+#include "engine/log.h"
+#include "functions/processes/functions.h"
+#include "platform/library.h"
+#include "platform/text.h"
+
+namespace api::processes {
+
+const Parameters& FunctionProcessEntrypoint::parameters() {
+  static const Parameters list = {
+      engine::text<&FunctionProcessEntrypoint::path_>(L"path", Need::NonEmpty),
+      engine::text<&FunctionProcessEntrypoint::entryPoint_>(L"entrypoint", Need::NonEmpty),
+      engine::text<&FunctionProcessEntrypoint::text_>(L"dllTextArgument", Need::Optional),
+      engine::integer<&FunctionProcessEntrypoint::integer_>(L"dllIntArgument", Need::Optional, L"0")};
+  return list;
+}
+
+// Calls `uint32_t entrypoint(int32_t, const wchar_t*)` in the library; its
+// result is the error code. An export that crashes is reported as 31 and the
+// script goes on. Its lines say "ProcessEntrypoint", as scripts expect.
+void FunctionProcessEntrypoint::execute() {
+  clearResult();
+  const std::wstring text = expand(text_), path = expand(path_);
+  // Exports have narrow names.
+  const std::string entryPoint = platform::toAnsi(expand(entryPoint_));
+  engine::log(L"ProcessEntrypoint function from DLL %s. function:'%hs', with arguments: '%s;%d'", path.c_str(),
+              entryPoint.c_str(), text.c_str(), integer_);
+  platform::ExportCall call = platform::callExport(path, entryPoint, integer_, text);
+  if (call.crashed) {
+    engine::log(L"ProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'", path.c_str(),
+                entryPoint.c_str(), text.c_str(), integer_);
+    call.code = ERROR_GEN_FAILURE;
+  }
+  end(call.code, L"ProcessEntrypoint");
+}
+
+}  // namespace api::processes

@@ -1,0 +1,52 @@
+#include <windows.h>
+
+#include <vector>
+
+#include "engine/log.h"
+#include "functions/processes/detail/process_name.h"
+#include "functions/processes/functions.h"
+#include "platform/processes.h"
+
+namespace api::processes {
+namespace {
+
+// Waits for the processes in batches of as many as one wait can take, each
+// batch with the whole time-out. A process that cannot be opened (it ended
+// meanwhile) counts as done.
+uint32_t waitForEach(const std::vector<uint32_t>& ids, uint32_t milliseconds) {
+  uint32_t code = 0;
+  for (size_t next = 0; code == 0 && next < ids.size();) {
+    std::vector<platform::UniqueProcess> batch;
+    std::vector<HANDLE> handles;
+    for (; next < ids.size() && handles.size() < MAXIMUM_WAIT_OBJECTS; ++next) {
+      uint32_t error = 0;
+      platform::UniqueProcess process = platform::openProcess(ids[next], SYNCHRONIZE, error);
+      if (!process) {
+        engine::log(L"Cannot open process with pid %d. Error:%d", ids[next], error);
+        continue;
+      }
+      handles.push_back(process.get());
+      batch.push_back(std::move(process));
+    }
+    if (!handles.empty()) code = platform::waitForAll(handles, milliseconds);
+  }
+  return code;
+}
+
+}  // namespace
+
+const Parameters& FunctionProcessWait::parameters() {
+  static const Parameters list = {
+      engine::text<&FunctionProcessWait::name_>(L"name", Need::NonEmpty),
+      engine::integer<&FunctionProcessWait::waitMilliseconds_>(L"waittime", Need::NonEmpty)};
+  return list;
+}
+
+void FunctionProcessWait::execute() {
+  clearResult();
+  const std::wstring name = detail::normaliseProcessName(expand(name_));
+  engine::log(L"processWait function called for '%s', wait %d ms", name.c_str(), waitMilliseconds_);
+  end(waitForEach(detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
+}
+
+}  // namespace api::processes

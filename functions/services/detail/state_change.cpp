@@ -1,0 +1,50 @@
+#include <cstdint>
+
+#include "engine/log.h"
+#include "functions/services/functions.h"
+#include "platform/clock.h"
+#include "platform/services.h"
+
+namespace api::services {
+
+const Parameters& ServiceStateChange::parameters() {
+  static const Parameters list =
+      engine::joined({engine::integer<&ServiceStateChange::waitTime_>(L"waittime", Need::Optional, L"0")},
+                     ServiceFunction::parameters());
+  return list;
+}
+
+void ServiceStateChange::execute() {
+  clearResult();
+  const std::wstring name = expand(name_);
+  engine::log(L"%s function called for '%s', after wait for %d ms", this->name().c_str(), name.c_str(), waitTime_);
+  finishWith(change(name));
+}
+
+uint32_t ServiceStateChange::change(const std::wstring& name) const {
+  UniqueServiceHandle manager, service;
+  if (const uint32_t error = platform::openServiceManager(SC_MANAGER_ENUMERATE_SERVICE, manager))
+    return failedTo(error, L"cannot open scm");
+  if (const uint32_t error = platform::openService(manager, name, SERVICE_QUERY_STATUS | request_.access, service))
+    return failedTo(error, L"cannot open service");
+  uint32_t state = 0;
+  if (const uint32_t error = platform::queryServiceState(service, state))
+    return failedTo(error, L"cannot query status");
+  if (state == request_.awaitedState) {
+    engine::log(L"%s %s", this->name().c_str(), request_.already);
+    return 0;
+  }
+  if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);
+  if (waitTime_ == 0) return 0;
+  // The state known before the request is not the awaited one, so at least
+  // one round is made; the wait ends at `waittime` rounded up to 100 ms.
+  for (int64_t remaining = waitTime_; state != request_.awaitedState; remaining -= 100) {
+    if (remaining < 1) return WAIT_TIMEOUT;
+    platform::sleep(100);
+    if (const uint32_t error = platform::queryServiceState(service, state))
+      return failedTo(error, L"cannot query status2");
+  }
+  return 0;
+}
+
+}  // namespace api::services

@@ -1,0 +1,65 @@
+#include <algorithm>
+
+#include "engine/log.h"
+#include "functions/services/functions.h"
+#include "platform/services.h"
+
+namespace api::services {
+
+const Parameters& FunctionServiceCreate::parameters() {
+  using F = FunctionServiceCreate;
+  static const Parameters list = engine::joined(
+      {engine::text<&F::displayName_>(L"displayName", Need::Optional),
+       engine::integer<&F::type_>(L"serviceType", Need::NonEmpty),
+       engine::integer<&F::startType_>(L"startType", Need::NonEmpty),
+       engine::integer<&F::errorControl_>(L"errorControl", Need::NonEmpty),
+       engine::text<&F::path_>(L"path", Need::Optional), engine::literal<&F::group_>(L"group", Need::Optional),
+       engine::literal<&F::dependencies_>(L"dependencies", Need::Optional)},
+      ServiceFunction::parameters());
+  return list;
+}
+
+namespace {
+
+// `dependencies` as a script writes it (names separated by "/", empty names
+// skipped) in the form the service manager expects: each name ended by a zero
+// character, the string's own terminator ending the list.
+std::wstring dependencyList(const std::wstring& written) {
+  std::wstring list;
+  for (size_t start = 0; start < written.size();) {
+    const size_t end = std::min(written.find(L'/', start), written.size());
+    if (end > start) list.append(written, start, end - start).push_back(L'\0');
+    start = end + 1;
+  }
+  return list;
+}
+
+}  // namespace
+
+void FunctionServiceCreate::execute() {
+  clearResult();
+  platform::NewService service;
+  service.name = expand(name_);
+  service.displayName = expand(displayName_);
+  service.path = expand(path_);
+  engine::log(
+      L"serviceCreate function called for '%s'. Display name: '%s', serviceType: %d, startType: %d, "
+      L"errorControl: %d, path: '%s', group: '%s', depends: '%s'",
+      service.name.c_str(), service.displayName.c_str(), type_, startType_, errorControl_, service.path.c_str(),
+      group_.c_str(), dependencies_.c_str());
+  service.type = static_cast<uint32_t>(type_);
+  service.startType = static_cast<uint32_t>(startType_);
+  service.errorControl = static_cast<uint32_t>(errorControl_);
+  service.group = group_;
+  service.dependencies = dependencyList(dependencies_);
+  UniqueServiceHandle manager;
+  uint32_t error = platform::openServiceManager(SC_MANAGER_CREATE_SERVICE, manager);
+  if (error != 0) {
+    error = failedTo(error, L"cannot open scm");
+  } else if ((error = platform::createService(manager, service)) != 0) {
+    error = failedTo(error, L"cannot create service");
+  }
+  finishWith(error);
+}
+
+}  // namespace api::services

@@ -1,0 +1,89 @@
+#include "platform/library.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+
+#include "platform/owned.h"
+
+namespace platform {
+namespace {
+
+using EntryPoint = uint32_t (*)(int32_t, const wchar_t*);
+
+// Enough for any reasonable export; a runaway recursion stops here.
+constexpr SIZE_T kStackSize = 8 << 20;
+// The exit code Windows gives a thread or process that called abort().
+constexpr DWORD kAbortCode = 0x40000015;
+
+struct GuardedCall {
+  EntryPoint entry;
+  int32_t integer;
+  const wchar_t* text;
+  uint32_t result = 0;
+  bool returned = false;
+};
+
+// The thread running the export: an exception nothing handles, or abort(),
+// ends that thread alone.
+std::atomic<DWORD> guardedThread{0};
+LPTOP_LEVEL_EXCEPTION_FILTER outerFilter = nullptr;
+
+LONG WINAPI onUnhandledException(EXCEPTION_POINTERS* info) {
+  if (GetCurrentThreadId() == guardedThread) ExitThread(info->ExceptionRecord->ExceptionCode);
+  return outerFilter ? outerFilter(info) : EXCEPTION_CONTINUE_SEARCH;
+}
+
+void onAbort(int) {
+  if (GetCurrentThreadId() == guardedThread) ExitThread(kAbortCode);
+  _exit(3);  // abort() on another thread ends the process, as it would unguarded
+}
+
+DWORD WINAPI runCall(void* parameter) {
+  GuardedCall& call = *static_cast<GuardedCall*>(parameter);
+  try {
+    call.result = call.entry(call.integer, call.text);
+    call.returned = true;
+  } catch (...) {}
+  return 0;
+}
+
+// The thread's own impersonation, if any, so the worker acts as the same user.
+void shareImpersonation(HANDLE worker) {
+  UniqueToken token;
+  if (OpenThreadToken(GetCurrentThread(), TOKEN_IMPERSONATE, TRUE, token.put())) SetThreadToken(&worker, token.get());
+}
+
+// Runs the export to its end, returned or not: 0, or why no thread could run it.
+uint32_t runGuarded(GuardedCall& call) {
+  DWORD id = 0;
+  const UniqueThread worker(
+      CreateThread(nullptr, kStackSize, runCall, &call, CREATE_SUSPENDED | STACK_SIZE_PARAM_IS_A_RESERVATION, &id));
+  if (!worker) return GetLastError();
+  shareImpersonation(worker.get());
+  guardedThread = id;
+  outerFilter = SetUnhandledExceptionFilter(onUnhandledException);
+  const auto outerAbort = std::signal(SIGABRT, onAbort);
+  ResumeThread(worker.get());
+  WaitForSingleObject(worker.get(), INFINITE);
+  std::signal(SIGABRT, outerAbort);
+  SetUnhandledExceptionFilter(outerFilter);
+  guardedThread = 0;
+  return 0;
+}
+
+}  // namespace
+
+ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
+  const UniqueModule module(LoadLibraryW(library.c_str()));
+  if (!module) return {GetLastError(), false};
+  const FARPROC address = GetProcAddress(module.get(), name.c_str());
+  if (!address) return {GetLastError(), false};
+  GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
+  if (const uint32_t error = runGuarded(call)) return {error, false};
+  return {call.result, !call.returned};
+}
+
+}  // namespace platform

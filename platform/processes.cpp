@@ -1,0 +1,87 @@
+#include "platform/processes.h"
+
+#include <windows.h>
+#include <shlwapi.h>
+#include <tlhelp32.h>
+
+#include "platform/fault.h"
+
+namespace platform {
+namespace {
+
+uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
+
+bool sameIgnoringCase(const wchar_t* a, const wchar_t* b) {
+  return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
+}
+
+// The full path of the process's first module (its executable), or "" when
+// its modules cannot be read (it is ending, or not ours to look into).
+std::wstring firstModulePath(uint32_t id) {
+  const UniqueSnapshot modules(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, id));
+  if (!modules) return {};
+  MODULEENTRY32W module{};
+  module.dwSize = sizeof module;
+  return Module32FirstW(modules.get(), &module) ? module.szExePath : std::wstring();
+}
+
+bool matches(const PROCESSENTRY32W& process, const std::wstring& name) {
+  if (name.find(L'\\') == std::wstring::npos) return sameIgnoringCase(process.szExeFile, name.c_str());
+  if (!sameIgnoringCase(process.szExeFile, PathFindFileNameW(name.c_str()))) return false;
+  const std::wstring path = firstModulePath(process.th32ProcessID);
+  return !path.empty() && sameIgnoringCase(path.c_str(), name.c_str());
+}
+
+}  // namespace
+
+uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directory, uint32_t waitMilliseconds) {
+  if (commandLine.size() >= kCommandLineLimit) return ERROR_FILENAME_EXCED_RANGE;
+  // CreateProcessW may write into the line, so it gets a copy it can change.
+  std::wstring line(kCommandLineCapacity, L'\0');
+  line.replace(0, commandLine.size(), commandLine);
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION started{};
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                      directory.empty() ? nullptr : directory.c_str(), &startup, &started))
+    return GetLastError();
+  const UniqueProcess process(started.hProcess);
+  const UniqueThread thread(started.hThread);
+  return waitMilliseconds == 0 ? 0 : WaitForSingleObject(process.get(), waitMilliseconds);
+}
+
+uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids) {
+  const UniqueSnapshot snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  if (!snapshot) return GetLastError();
+  PROCESSENTRY32W process{};
+  process.dwSize = sizeof process;
+  if (!Process32FirstW(snapshot.get(), &process)) {
+    const uint32_t error = GetLastError();
+    return error == ERROR_NO_MORE_FILES ? 0 : error;
+  }
+  do {
+    if (matches(process, name)) ids.push_back(process.th32ProcessID);
+  } while (Process32NextW(snapshot.get(), &process));
+  return 0;
+}
+
+UniqueProcess openProcess(uint32_t id, uint32_t access, uint32_t& error) {
+  UniqueProcess process(OpenProcess(access, FALSE, id));
+  error = process ? 0 : GetLastError();
+  return process;
+}
+
+uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {
+  const DWORD count = static_cast<DWORD>(processes.size());
+  const DWORD result = WaitForMultipleObjects(count, processes.data(), TRUE, milliseconds);
+  return result < count ? 0 : result;
+}
+
+uint32_t terminateProcess(HANDLE process) {
+  if (const uint32_t error = injectedFault(Call::Terminate)) return error;
+  return outcome(TerminateProcess(process, 0));
+}
+
+uint32_t setCurrentDirectory(const std::wstring& path) { return outcome(SetCurrentDirectoryW(path.c_str())); }
+
+}  // namespace platform

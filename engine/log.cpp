@@ -45,6 +45,8 @@ void log(const wchar_t* format, ...) {
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }
 
+void flushLogBeforeWait() { platform::flushOutput(); }
+
 uint32_t setTraceFile(const std::wstring& path) {
   LogState& s = state();
   s.trace.close();

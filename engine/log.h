@@ -11,6 +11,12 @@ void log(const wchar_t* format, ...);
 
 void setDebugOutput(bool enabled);
 
+// Puts every line logged so far on standard output (which is otherwise
+// written at least every 100 ms). Call it before a function starts to wait
+// (sleep, a process or a service, a download), so a run ended during the
+// wait shows every line up to it.
+void flushLogBeforeWait();
+
 // Closes the current trace file, then opens `path` for appending when it is not
 // empty. Returns 0 or the Windows error code of the failed open.
 uint32_t setTraceFile(const std::wstring& path);

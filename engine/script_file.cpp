@@ -53,6 +53,8 @@ size_t decryptScript(std::vector<unsigned char>& bytes) {
 bool parseScript(const char* bytes, size_t length, TiXmlDocument& document) {
   const std::string text = scriptTextToUtf8(bytes, length);
   if (text.find_first_not_of(" \t\r\n") == std::string::npos) return false;
+  // A <data> child's text is a value: its spaces and line breaks are kept.
+  TiXmlBase::SetCondenseWhiteSpace(false);
   document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
   return !document.Error();
 }

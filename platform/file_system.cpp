@@ -17,6 +17,31 @@ uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
 
 bool pathExists(const std::wstring& path) { return PathFileExistsW(path.c_str()); }
 
+std::wstring fullPath(const std::wstring& path) {
+  const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+  if (size == 0) return path;
+  std::wstring full(size, L'\0');
+  const DWORD length = GetFullPathNameW(path.c_str(), size, full.data(), nullptr);
+  if (length == 0 || length >= size) return path;
+  full.resize(length);
+  return full;
+}
+
+std::wstring extendedPath(const std::wstring& path) {
+  if (path.starts_with(L"\\\\?\\")) return path;
+  const std::wstring full = fullPath(path);
+  if (full.starts_with(L"\\\\?\\") || full.starts_with(L"\\\\.\\")) return full;
+  if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC\\" + full.substr(2);  // \\server\share
+  return L"\\\\?\\" + full;
+}
+
+bool samePath(const std::wstring& a, const std::wstring& b) {
+  std::wstring first = fullPath(a), second = fullPath(b);
+  for (std::wstring* full : {&first, &second})  // "C:\dir\" is "C:\dir"; "C:\" stays
+    if (full->size() > 3 && isSeparator(full->back())) full->pop_back();
+  return CompareStringOrdinal(first.c_str(), -1, second.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 bool isDirectory(const std::wstring& path) { return PathIsDirectoryW(path.c_str()); }
 
 bool sameRoot(const std::wstring& a, const std::wstring& b) { return PathIsSameRootW(a.c_str(), b.c_str()); }

@@ -9,6 +9,14 @@
 namespace platform {
 
 bool pathExists(const std::wstring& path);
+// The absolute form of a path (GetFullPathNameW); the path itself when that fails.
+std::wstring fullPath(const std::wstring& path);
+// The absolute form with the `\\?\` prefix, which the system takes as written:
+// it also reaches names that end in a dot or a space (`keep.`, `name `),
+// which a plain path loses because the system trims them.
+std::wstring extendedPath(const std::wstring& path);
+// Whether two paths name the same place: their absolute forms, compared without regard to case.
+bool samePath(const std::wstring& a, const std::wstring& b);
 bool isDirectory(const std::wstring& path);
 // Whether both paths are on the same root (drive or share).
 bool sameRoot(const std::wstring& a, const std::wstring& b);

@@ -5,8 +5,9 @@
 
 namespace platform {
 
-// Buffered for speed; flushed at exit and before a crash report.
+// Buffered for speed; flushed every 100 ms, at exit and before a crash report.
 void writeOutput(std::string_view bytes);
+// Empties the buffer now.
 void flushOutput();
 void debugOutput(const std::wstring& text);
 

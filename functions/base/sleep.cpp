@@ -13,6 +13,7 @@ void FunctionSleep::execute() {
   // "exitcode" for the milliseconds is the program's established wording,
   // which scripts and log readers match.
   engine::log(L"Sleep function called with exitcode %d", milliseconds_);
+  engine::flushLogBeforeWait();
   // A negative time waits forever.
   platform::sleep(milliseconds_ < 0 ? platform::kWaitForever : static_cast<uint32_t>(milliseconds_));
 }

@@ -4,9 +4,20 @@
 #include "functions/files/detail/each_entry.h"
 #include "functions/files/detail/file_delete.h"
 #include "functions/files/functions.h"
+#include "platform/file_system.h"
 #include "platform/path.h"
 
 namespace api::files {
+namespace {
+
+// The directory a wildcard pattern lists, in the extended form that reaches
+// every name in it (`keep.` too).
+std::wstring listedDirectory(const std::wstring& pattern) {
+  const size_t cut = pattern.find_last_of(L"\\/");
+  return platform::extendedPath(cut == std::wstring::npos ? L"." : pattern.substr(0, cut + 1));
+}
+
+}  // namespace
 
 // Every match goes to the delete, directories (even "." and "..") included:
 // those fail like any other file that cannot be deleted.
@@ -16,13 +27,13 @@ void FunctionFileDeletePattern::execute() {
   engine::log(L"fileDeletePattern from '%s'. SkipErrors: %d. AfterReboot: %d", path.c_str(), ignoreErrors_,
               afterRebootIfFails_);
   platform::DirectoryListing list(path);
-  const std::wstring directory = platform::parentPath(path);
+  const std::wstring directory = platform::parentPath(path), listed = listedDirectory(path);
   const DeleteOptions options{ignoreErrors_, renameIfFails_, afterRebootIfFails_};
   // No match at all is nothing to do.
   uint32_t firstError = list.valid() || list.error() == ERROR_FILE_NOT_FOUND ? 0 : list.error();
   if (list.valid()) {
     firstError = forEachEntry(list, ignoreErrors_, [&](const platform::DirectoryListing& entry) -> uint32_t {
-      const uint32_t code = deleteFile(platform::siblingPath(path, entry.name()), entry.attributes(), options);
+      const uint32_t code = deleteFile(platform::joinPath(listed, entry.name()), entry.attributes(), options);
       if (code != 0)
         engine::log(L"Cannot delete '%s\\%s'. Error %d", directory.c_str(), entry.name(), static_cast<int>(code));
       return code;

@@ -15,6 +15,7 @@ void FunctionFileDownload::execute() {
   clearResult();
   const std::wstring url = expand(url_), file = expand(file_);
   engine::log(L"fileDownload from '%s' to '%s'.", url.c_str(), file.c_str());
+  engine::flushLogBeforeWait();
   if (const uint32_t error = downloadError(platform::downloadToFile(url, file))) fail(error);
   // The download ends with the copy's end line, as scripts and their log readers expect.
   logEnd(L"fileCopySingle");

@@ -22,6 +22,7 @@ void FunctionProcessStart::execute() {
               arguments.c_str(), waitMilliseconds_, directory.c_str());
   // The blank stays when there are no arguments: programs have always seen it.
   const std::wstring commandLine = L'"' + path + L"\" " + arguments;
+  engine::flushLogBeforeWait();
   end(platform::runProcess(commandLine, directory, static_cast<uint32_t>(waitMilliseconds_)));
 }
 

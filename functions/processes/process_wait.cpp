@@ -46,6 +46,7 @@ void FunctionProcessWait::execute() {
   clearResult();
   const std::wstring name = detail::normaliseProcessName(expand(name_));
   engine::log(L"processWait function called for '%s', wait %d ms", name.c_str(), waitMilliseconds_);
+  engine::flushLogBeforeWait();
   end(waitForEach(detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
 }
 

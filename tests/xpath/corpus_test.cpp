@@ -28,6 +28,7 @@ std::string unescape(const std::string& s) {
 
 void replay(const std::string& name) {
   const std::string dir = XPATH_CORPUS_DIR;
+  TiXmlBase::SetCondenseWhiteSpace(false);  // as the program reads documents
   TiXmlDocument doc;
   ASSERT_TRUE(doc.LoadFile((dir + "/" + name + ".xml").c_str())) << doc.ErrorDesc();
   ASSERT_NE(doc.RootElement(), nullptr);

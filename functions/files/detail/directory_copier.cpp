@@ -24,9 +24,10 @@ bool prepareOverwrite(const std::wstring& source, uint64_t sourceTime, const std
   return true;
 }
 
-}  // namespace
-
-uint32_t copyDirectory(const std::wstring& source, const std::wstring& dest, const CopyOptions& options) {
+// `outside`: the top destination, which is left out when it lies inside the
+// source: the copy is then one copy of the source as it was.
+uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const CopyOptions& options,
+                  const std::wstring& outside) {
   if (!platform::isDirectory(source)) return ERROR_PATH_NOT_FOUND;
   bool destReady = false;  // created once, when its first file is copied
   platform::DirectoryListing list(platform::joinPath(source, L"*"));
@@ -35,7 +36,7 @@ uint32_t copyDirectory(const std::wstring& source, const std::wstring& dest, con
     const std::wstring from = platform::joinPath(source, entry.name());
     if (options.filter && !options.filter->accepts(from)) return 0;
     const std::wstring to = platform::joinPath(dest, entry.name());
-    if (entry.isDirectory()) return copyDirectory(from, to, options);
+    if (entry.isDirectory()) return platform::samePath(from, outside) ? 0 : copyTree(from, to, options, outside);
     if (!options.failIfExists && !prepareOverwrite(from, entry.lastWriteTime(), to, options)) return 0;
     if (!destReady) destReady = platform::createDirectories(dest);
     const uint32_t error = platform::copyFile(from, to, options.failIfExists);
@@ -43,6 +44,12 @@ uint32_t copyDirectory(const std::wstring& source, const std::wstring& dest, con
                 static_cast<int>(error));
     return error;
   });
+}
+
+}  // namespace
+
+uint32_t copyDirectory(const std::wstring& source, const std::wstring& dest, const CopyOptions& options) {
+  return copyTree(source, dest, options, dest);
 }
 
 }  // namespace api::files

@@ -15,7 +15,8 @@ struct CopyOptions {
 };
 
 // Copies the files below `source` that the filter accepts into the same
-// places below `dest`, creating directories as files need them. Returns the
+// places below `dest`, creating directories as files need them. A `dest`
+// inside `source` is not copied into itself: it is left out. Returns the
 // first Windows error code (3 when `source` is no directory), 0 when all went well.
 uint32_t copyDirectory(const std::wstring& source, const std::wstring& dest, const CopyOptions& options);
 

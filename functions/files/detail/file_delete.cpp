@@ -27,7 +27,8 @@ std::wstring renamedPath(const std::wstring& path) {
 
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options) {
   uint32_t code = platform::deleteFile(path, attributes);
-  if (code == 0 || code == ERROR_FILE_NOT_FOUND) return 0;
+  // A file already gone is deleted; one that is still there is not, whatever the code says.
+  if (code == 0 || (code == ERROR_FILE_NOT_FOUND && !platform::pathExists(path))) return 0;
   std::wstring remaining = path;
   if (options.renameIfFails) {
     std::wstring moved = renamedPath(path);
@@ -42,7 +43,9 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteO
   return code;
 }
 
-uint32_t deleteTree(const std::wstring& directory, const DeleteOptions& options) {
+uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options) {
+  // In its extended form, the tree's every name is reached: `keep.` too.
+  const std::wstring directory = platform::extendedPath(path);
   if (!platform::isDirectory(directory)) return 0;
   platform::DirectoryListing list(platform::joinPath(directory, L"*"));
   const uint32_t firstError =

@@ -14,13 +14,14 @@ struct DeleteOptions {
 
 // Deletes the file at `path` (clearing read-only first; `attributes` as a
 // listing gave them). Returns 0 when the file is gone or was renamed out of
-// the way, else a Windows error code. Without a rename, a delete scheduled for
+// the way, else a Windows error code. A name that ends in a dot or a space
+// is reached only through an extended path (platform::extendedPath). Without a rename, a delete scheduled for
 // the restart still returns the delete's code.
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options);
 
 // Deletes everything below `directory`, then the directory itself when all
 // went well. A missing directory is nothing to do. Returns the first error
 // code of a file that could not be deleted, 0 when there was none.
-uint32_t deleteTree(const std::wstring& directory, const DeleteOptions& options);
+uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options);
 
 }  // namespace api::files

@@ -1,5 +1,6 @@
 #include "functions/json/detail/json_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -75,30 +76,43 @@ class BoundedContext {
   bool outOfRange_ = false;
 };
 
-bool isAnyOf(std::string_view set, char c) { return set.find(c) != std::string_view::npos; }
+constexpr std::string_view kWhiteSpace = " \t\r\n";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// The library's message for a document that is one out-of-range number:
-// the line of the number and the rest of that line after it.
-std::string outOfRangeMessage(const std::string& text) {
-  int line = 1;
-  size_t at = 0;
-  for (; at < text.size() && isAnyOf(" \t\r\n", text[at]); ++at)
-    if (text[at] == '\n') ++line;
-  while (at < text.size() && isAnyOf("0123456789+-eE.", text[at])) ++at;
+// The library's message for a syntax error at `at`: the line and the rest
+// of that line, control characters left out.
+std::string syntaxErrorAt(const std::string& text, size_t at) {
+  const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
   std::string message = "syntax error at line " + std::to_string(line) + " near: ";
   for (; at < text.size() && text[at] != '\n'; ++at)
     if (static_cast<unsigned char>(text[at]) >= ' ') message.push_back(text[at]);
   return message;
 }
 
+// For a document that is one out-of-range number: the error right after the number.
+std::string outOfRangeMessage(const std::string& text, size_t from) {
+  size_t at = std::min(text.find_first_not_of(kWhiteSpace, from), text.size());
+  at = std::min(text.find_first_not_of("0123456789+-eE.", at), text.size());
+  return syntaxErrorAt(text, at);
+}
+
 }  // namespace
 
 void parseDocument(const std::string& text, picojson::value& out) {
   picojson::set_last_error(std::string());
+  // A UTF-8 byte-order mark (Notepad and Windows PowerShell write one) is not
+  // part of the document.
+  const size_t start = text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
   std::string error;
   BoundedContext context(&out, picojson::DEFAULT_MAX_DEPTHS);
-  picojson::_parse(context, text.begin(), text.end(), &error);
-  if (error.empty() && context.outOfRange()) error = outOfRangeMessage(text);
+  const auto end = picojson::_parse(context, text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), &error);
+  if (error.empty() && context.outOfRange()) error = outOfRangeMessage(text, start);
+  // The value is the whole document: only white space may follow it, or a
+  // save would drop the rest.
+  if (error.empty()) {
+    const size_t rest = text.find_first_not_of(kWhiteSpace, static_cast<size_t>(end - text.begin()));
+    if (rest != std::string::npos) error = syntaxErrorAt(text, rest);
+  }
   if (!error.empty()) picojson::set_last_error(error);
 }
 

@@ -36,6 +36,7 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
   }
   if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);
   if (waitTime_ == 0) return 0;
+  engine::flushLogBeforeWait();
   // The state known before the request is not the awaited one, so at least
   // one round is made; the wait ends at `waittime` rounded up to 100 ms.
   for (int64_t remaining = waitTime_; state != request_.awaitedState; remaining -= 100) {

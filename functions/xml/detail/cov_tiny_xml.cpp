@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "functions/xml/detail/document_text.h"
+#include "functions/xml/detail/xml_characters.h"
 #include "platform/error_text.h"
 #include "platform/output_file.h"
 #include "platform/read_file.h"
@@ -22,6 +23,10 @@ TiXmlEncoding encodingOf(std::string_view head) {
   if (at != std::string_view::npos && head.substr(at, 5) == "<?xml") return TIXML_DEFAULT_ENCODING;
   return TIXML_ENCODING_UTF8;
 }
+
+// Documents keep their text as written: a value's spaces and line breaks are
+// data. (White space alone between elements is still dropped.)
+void keepWhiteSpace() { TiXmlBase::SetCondenseWhiteSpace(false); }
 
 // `node`'s successor in a pre-order walk that stays below `top`.
 const TiXmlNode* nextBelow(const TiXmlNode* node, const TiXmlNode& top) {
@@ -65,8 +70,8 @@ bool splitAttributePath(const std::string& xpath, std::string& elementPath, std:
   const size_t slash = xpath.rfind('/');
   if (slash == std::string::npos || slash + 2 >= xpath.size() || xpath[slash + 1] != '@') return false;
   name = xpath.substr(slash + 2);
-  // Only a plain name can be created; "@*" or "@a[1]" are left to the XPath itself.
-  if (name.empty() || name.find_first_of("[]()/@=\"'<>&|*, \t\r\n") != std::string::npos) return false;
+  // Only a name can be created; "@*" or "@a[1]" are left to the XPath itself.
+  if (!isXmlName(name)) return false;
   elementPath = xpath.substr(0, slash);
   return true;
 }
@@ -121,6 +126,7 @@ bool COVTinyXml::load(const wchar_t* path) {
   // A read failure leaves its own error; a parse failure leaves none.
   platform::clearLastError();
   held_.dropSubtree(document_);
+  keepWhiteSpace();
   // TinyXML's own reader: it normalises line ends before parsing.
   return document_.LoadFile(file.get(), encodingOf(head));
 }
@@ -136,6 +142,7 @@ TiXmlNode* COVTinyXml::findNode(TiXmlNode& context, const std::string* xpath) {
 }
 
 bool COVTinyXml::setValue(TiXmlNode& context, const std::string& xpath, const std::string& value, HeldElements& held) {
+  if (!isXmlText(value)) return false;
   if (TiXmlNode* node = findNode(context, &xpath)) {
     if (TiXmlElement* element = node->ToElement()) {
       for (const TiXmlNode* child = element->FirstChild(); child; child = child->NextSibling())
@@ -169,10 +176,15 @@ std::optional<std::string> COVTinyXml::evaluateToString(const TiXmlNode& context
 }
 
 std::unique_ptr<TiXmlElement> COVTinyXml::parseFragment(const std::string& text) {
+  keepWhiteSpace();
   TiXmlDocument fragment;
   fragment.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
-  if (fragment.Error() || !fragment.RootElement()) return nullptr;
-  return std::unique_ptr<TiXmlElement>(fragment.RootElement()->Clone()->ToElement());
+  if (fragment.Error()) return nullptr;
+  // Exactly one element, after an XML declaration if any: nothing else could be added whole.
+  const TiXmlNode* node = fragment.FirstChild();
+  if (node && node->ToDeclaration()) node = node->NextSibling();
+  if (!node || !node->ToElement() || node->NextSibling()) return nullptr;
+  return std::unique_ptr<TiXmlElement>(node->Clone()->ToElement());
 }
 
 bool COVTinyXml::fitsBelow(const TiXmlElement& parent, const TiXmlElement& child) {

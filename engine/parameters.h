@@ -21,7 +21,8 @@ enum class Form {
   Literal,   // taken as written
   Integer,   // read as a number once, at preparation
   Flag,      // true exactly for "true" or "1"
-  Handle,    // the name of a handle, taken as written
+  Handle,    // the name of a handle the function uses, taken as written
+  NewHandle, // the name under which the function stores a handle it opens
   Variable,  // the name of a variable, taken as written
   Label,     // the id of a function in the script
   Choice,    // one of a fixed list of values; any other is refused
@@ -114,6 +115,11 @@ Parameter literal(const wchar_t* name, Need need = Need::Present) {
 template <auto member>
 Parameter handle(const wchar_t* name, Need need = Need::Present) {
   return {name, Form::Handle, need, nullptr, {}, &detail::storeText<member>};
+}
+
+template <auto member>
+Parameter newHandle(const wchar_t* name, Need need = Need::Present) {
+  return {name, Form::NewHandle, need, nullptr, {}, &detail::storeText<member>};
 }
 
 template <auto member>

@@ -29,18 +29,30 @@ constexpr FunctionKind kindOf() {
   return FunctionKind::Plain;
 }
 
+// What the reference says of a tag beyond its attributes, kind and handlers.
+// Texts may span lines; backquotes mark names and values.
+struct TagDoc {
+  const wchar_t* summary;  // what the function does
+  const wchar_t* log;      // the lines it logs, as format templates, one a line
+  const wchar_t* results;  // what its result and error texts mean
+  const wchar_t* example;  // script elements that use it
+};
+
 // One tag's description.
 struct Tag {
   const wchar_t* name;
   FunctionKind kind;
   Factory factory;
   ParameterList parameters;
+  const TagDoc* doc;  // nullptr for the stand-ins of tests
 };
 
-// The tag `name` made by class F, described by F::parameters().
+// The tag `name` made by class F, described by F::parameters() and F::doc.
 template <class F>
 Tag tag(const wchar_t* name) {
-  return {name, kindOf<F>(), &create<F>, &F::parameters};
+  const TagDoc* doc = nullptr;
+  if constexpr (requires { F::doc; }) doc = &F::doc;
+  return {name, kindOf<F>(), &create<F>, &F::parameters, doc};
 }
 
 // The handler elements a function of `kind` may hold.

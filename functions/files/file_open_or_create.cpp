@@ -6,7 +6,7 @@ namespace api::files {
 
 const Parameters& FunctionFileOpenOrCreate::parameters() {
   static const Parameters list = {engine::text<&FunctionFileOpenOrCreate::path_>(L"path", Need::NonEmpty),
-      engine::handle<&FunctionFileOpenOrCreate::handle_>(L"handle", Need::NonEmpty),
+      engine::newHandle<&FunctionFileOpenOrCreate::handle_>(L"handle", Need::NonEmpty),
       engine::flag<&FunctionFileOpenOrCreate::append_>(L"append")};
   return list;
 }

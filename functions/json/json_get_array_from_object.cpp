@@ -4,7 +4,7 @@ namespace api::json {
 
 const Parameters& FunctionJsonGetArrayFromObject::parameters() {
   static const Parameters list = {engine::handle<&FunctionJsonGetArrayFromObject::objectHandle_>(L"objectHandle"),
-      engine::handle<&FunctionJsonGetArrayFromObject::arrayHandle_>(L"arrayHandle"),
+      engine::newHandle<&FunctionJsonGetArrayFromObject::arrayHandle_>(L"arrayHandle"),
       engine::text<&FunctionJsonGetArrayFromObject::xpath_>(L"xpath")};
   return list;
 }

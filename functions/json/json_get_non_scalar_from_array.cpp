@@ -4,7 +4,7 @@ namespace api::json {
 
 const Parameters& FunctionJsonGetNonScalarFromArray::parameters() {
   static const Parameters list = {engine::handle<&FunctionJsonGetNonScalarFromArray::arrayHandle_>(L"arrayHandle"),
-      engine::handle<&FunctionJsonGetNonScalarFromArray::nonScalarHandle_>(L"nonScalarHandle"),
+      engine::newHandle<&FunctionJsonGetNonScalarFromArray::nonScalarHandle_>(L"nonScalarHandle"),
       engine::text<&FunctionJsonGetNonScalarFromArray::index_>(L"index")};
   return list;
 }

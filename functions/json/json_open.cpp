@@ -9,7 +9,7 @@ namespace api::json {
 
 const Parameters& FunctionJsonOpen::parameters() {
   static const Parameters list = {engine::text<&FunctionJsonOpen::path_>(L"path"),
-      engine::handle<&FunctionJsonOpen::handle_>(L"handle")};
+      engine::newHandle<&FunctionJsonOpen::handle_>(L"handle")};
   return list;
 }
 

@@ -11,7 +11,7 @@ namespace api::xml {
 const Parameters& FunctionXmlGetElement::parameters() {
   static const Parameters list = {engine::handle<&FunctionXmlGetElement::handle_>(L"handle"),
       engine::text<&FunctionXmlGetElement::xpath_>(L"xpath", Need::Optional),
-      engine::handle<&FunctionXmlGetElement::destHandle_>(L"destHandle", Need::NonEmpty)};
+      engine::newHandle<&FunctionXmlGetElement::destHandle_>(L"destHandle", Need::NonEmpty)};
   return list;
 }
 

@@ -10,7 +10,7 @@ namespace api::xml {
 
 const Parameters& FunctionXmlOpen::parameters() {
   static const Parameters list = {engine::text<&FunctionXmlOpen::path_>(L"path"),
-      engine::handle<&FunctionXmlOpen::handle_>(L"handle", Need::NonEmpty)};
+      engine::newHandle<&FunctionXmlOpen::handle_>(L"handle", Need::NonEmpty)};
   return list;
 }
 

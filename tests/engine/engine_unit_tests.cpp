@@ -79,6 +79,25 @@ TEST_F(Vocabulary, EveryTagPreparesAsDescribedAndRefusesWhatIsMissing) {
   }
 }
 
+// Every tag is documented for the reference, and its example prepares.
+TEST_F(Vocabulary, EveryTagIsDocumentedWithAnExampleThatPrepares) {
+  for (const engine::Tag* tag : registry.tags()) {
+    const std::string name = platform::toUtf8(tag->name);
+    ASSERT_NE(tag->doc, nullptr) << name;
+    for (const wchar_t* text : {tag->doc->summary, tag->doc->log, tag->doc->results, tag->doc->example})
+      EXPECT_TRUE(text && *text) << name;
+    if (!tag->doc->example) continue;
+    const std::string example = platform::toUtf8(tag->doc->example);
+    EXPECT_NE(example.find("<" + name + " "), std::string::npos) << name << " is not in its example";
+    TiXmlDocument document;
+    document.Parse(("<script version=\"1.1\">" + example + "</script>").c_str());
+    ASSERT_FALSE(document.Error()) << name << ": " << document.ErrorDesc();
+    engine::Engine engine(registry);
+    EXPECT_TRUE(engine.prepare(document, {})) << name << "\n" << example;
+    engine.reset();
+  }
+}
+
 TEST_F(Vocabulary, KindsFollowTheClassesAndHandlersTheKinds) {
   for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose"})
     EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;

@@ -1,2 +1,132 @@
-// upkeep-check.exe: checks a script without running it (see README.md).
-int wmain(int, wchar_t**) { return 0; }
+// upkeep-check.exe SCRIPT [/encfile] [/var name value]*: prepares a script as
+// the interpreter does, runs nothing, and prints every problem as
+// "file:line:column: error|warning: text". Exit 0: nothing to report; 1:
+// warnings only; 2: errors. `/schema` and `/reference` print the schema and
+// the function reference made from the description of every tag.
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <tinyxml.h>
+
+#include "engine/ascii.h"
+#include "engine/check.h"
+#include "engine/describe.h"
+#include "engine/script_file.h"
+#include "functions/families.h"
+#include "platform/error_text.h"
+#include "platform/read_file.h"
+#include "platform/text.h"
+
+namespace {
+
+constexpr int kClean = 0, kWarnings = 1, kErrors = 2;
+
+struct Arguments {
+  std::wstring script;
+  bool decrypt = false;
+  engine::Presets presets;
+};
+
+void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+void printLine(const std::wstring& line) { print(platform::toUtf8(line) + "\n"); }
+
+int usage() {
+  print(
+      "Usage: upkeep-check.exe <xmlpath> [/encfile] [/var key value]*\n"
+      "       upkeep-check.exe /schema | /reference\n"
+      "Checks a script without running it and prints each problem as file:line:column: error|warning: text.\n"
+      "Exit code 0: no problems; 1: warnings only; 2: errors.\n");
+  return kErrors;
+}
+
+bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
+  for (int i = 1; i < argc; ++i) {
+    const wchar_t* key = argv[i];
+    // Anything but a known switch is the script, so a path may start with '/'.
+    const bool isSwitch = *key == L'/' || *key == L'-';
+    if (isSwitch && engine::equalsIgnoreAsciiCase(key + 1, L"encfile")) {
+      out.decrypt = true;
+    } else if (isSwitch && engine::equalsIgnoreAsciiCase(key + 1, L"var")) {
+      if (i + 1 >= argc) return false;
+      out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
+      i += 2;
+    } else if (out.script.empty()) {
+      out.script = key;
+    } else {
+      return false;
+    }
+  }
+  return !out.script.empty();
+}
+
+// Loads the script as the interpreter does; on failure, reports why and
+// returns false.
+bool load(const Arguments& args, TiXmlDocument& document) {
+  std::vector<unsigned char> bytes;
+  if (const uint32_t error = platform::readWholeFile(args.script, bytes)) {
+    printLine(args.script + L": error: " +
+              (error == 1006 ? L"the file is empty" : L"cannot read the file: " + platform::errorText(error)));
+    return false;
+  }
+  const size_t length = args.decrypt ? engine::decryptScript(bytes) : bytes.size();
+  // Columns count characters, a tab as one.
+  document.SetTabSize(1);
+  if (engine::parseScript(reinterpret_cast<const char*>(bytes.data()), length, document)) return true;
+  if (!document.Error()) {
+    printLine(args.script + L": error: the script holds no XML" +
+              (args.decrypt ? L"" : L" (an encrypted script needs /encfile)"));
+    return false;
+  }
+  const std::wstring where = args.script + L":" + std::to_wstring(document.ErrorRow()) + L":" +
+                             std::to_wstring(document.ErrorCol()) + L": error: ";
+  printLine(where + L"the script is not well-formed XML: " + platform::fromUtf8(document.ErrorDesc()));
+  return false;
+}
+
+int check(const Arguments& args) {
+  TiXmlDocument document;
+  if (!load(args, document)) {
+    printLine(args.script + L": 1 error, 0 warnings");
+    return kErrors;
+  }
+  const engine::FunctionRegistry registry = api::makeFunctionRegistry();
+  size_t errors = 0, warnings = 0;
+  for (const engine::Finding& f : engine::checkScript(document, registry, args.presets)) {
+    const bool error = f.severity == engine::Severity::Error;
+    ++(error ? errors : warnings);
+    std::wstring place = args.script;
+    if (f.line > 0) place += L":" + std::to_wstring(f.line) + L":" + std::to_wstring(f.column);
+    printLine(place + (error ? L": error: " : L": warning: ") + f.text);
+  }
+  if (errors + warnings == 0) {
+    printLine(args.script + L": no problems found");
+    return kClean;
+  }
+  printLine(args.script + L": " + std::to_wstring(errors) + (errors == 1 ? L" error, " : L" errors, ") +
+            std::to_wstring(warnings) + (warnings == 1 ? L" warning" : L" warnings"));
+  return errors ? kErrors : kWarnings;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+  if (argc == 2 && (engine::equalsIgnoreAsciiCase(argv[1], L"/schema") ||
+                    engine::equalsIgnoreAsciiCase(argv[1], L"/reference"))) {
+    // Generated files keep LF line ends wherever they are made.
+    _setmode(_fileno(stdout), _O_BINARY);
+    const engine::FunctionRegistry registry = api::makeFunctionRegistry();
+    print(engine::equalsIgnoreAsciiCase(argv[1], L"/schema") ? engine::schemaText(registry)
+                                                             : engine::referenceText(registry));
+    return kClean;
+  }
+  Arguments args;
+  if (!parseArguments(argc, argv, args)) return usage();
+  const int result = check(args);
+  std::fflush(stdout);
+  return result;
+}

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "engine/diagnostics.h"
 #include "engine/function.h"
 #include "engine/registry.h"
 #include "engine/runtime.h"
@@ -18,9 +19,13 @@ using Presets = std::map<std::wstring, std::wstring>;
 
 class Engine {
  public:
-  explicit Engine(const FunctionRegistry& registry) : registry_(registry) {}
+  explicit Engine(const FunctionRegistry& registry) : registry_(registry), diagnostics_(logDiagnostics_) {}
+  // Preparation reports its problems to `diagnostics` instead of the log.
+  Engine(const FunctionRegistry& registry, Diagnostics& diagnostics)
+      : registry_(registry), diagnostics_(diagnostics) {}
 
   // Root and version checks, variables, trace file, function lists, labels.
+  // False when it found an error.
   bool prepare(TiXmlDocument& document, const Presets& presets);
   // Runs the prepared script to its end.
   void run();
@@ -38,17 +43,28 @@ class Engine {
   std::unique_ptr<FunctionBase> buildFunction(FunctionBase* owner, TiXmlElement& element);
   bool buildHandlers(FunctionBase& function, TiXmlElement& element);
   bool buildHandler(FunctionBase& function, TiXmlElement* handler, std::unique_ptr<FunctionBase>& head);
-  bool addLabel(const std::wstring& label, FunctionBase* function);
+  bool addLabel(const std::wstring& label, FunctionBase* function, const TiXmlElement& element);
   FunctionBase* label(const std::wstring& name) const;
+  // Reports an error; false when preparation must stop.
+  bool problem(const TiXmlBase* where, const std::wstring& message, const std::wstring& detail = {});
+
+  struct Label {
+    FunctionBase* function = nullptr;  // nullptr while the label is only referred to
+    const TiXmlElement* reference = nullptr;  // the first element referring to it
+  };
 
   const FunctionRegistry& registry_;
+  LogDiagnostics logDiagnostics_;
+  Diagnostics& diagnostics_;
+  bool failed_ = false;
+  bool stopped_ = false;
   Runtime runtime_;
   std::unique_ptr<FunctionBase> head_;
-  // Label -> function; nullptr while a label is only referred to.
-  std::map<std::wstring, FunctionBase*> labels_;
+  std::map<std::wstring, Label> labels_;
 };
 
-// Checks the root's version attribute (1.1 expected); logs why it refuses.
-bool checkVersion(const char* version);
+// Checks the root's version attribute (1.1 expected) and reports a missing
+// or other major version as an error, another minor one as a warning.
+bool checkVersion(const TiXmlElement& root, Diagnostics& diagnostics);
 
 }  // namespace engine

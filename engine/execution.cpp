@@ -17,7 +17,7 @@ FunctionBase* continuation(FunctionBase* function) {
 
 FunctionBase* Engine::label(const std::wstring& name) const {
   auto it = labels_.find(name);
-  return it == labels_.end() ? nullptr : it->second;
+  return it == labels_.end() ? nullptr : it->second.function;
 }
 
 void Engine::run() {

@@ -3,6 +3,7 @@
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "platform/error_text.h"
+#include "platform/format.h"
 
 namespace engine {
 
@@ -17,17 +18,27 @@ const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
   return it == attributes_.end() ? nullptr : &it->second;
 }
 
+bool FunctionBase::refuse(std::wstring why) const {
+  runtime_->refusal = std::move(why);
+  return false;
+}
+
 bool FunctionBase::readParameters() {
   if (!parameters_) return true;
   for (const Parameter& p : *parameters_) {
     const std::wstring* value = attribute(p.name);
     if (!value) {
-      if (p.need != Need::Optional) return false;
+      if (p.need != Need::Optional) return refuse(platform::format(L"'%s' is missing", p.name));
       if (p.store && p.defaultValue && !p.store(*this, p, p.defaultValue)) return false;
       continue;
     }
-    if (value->empty() && p.need == Need::NonEmpty) return false;
-    if (p.store && !p.store(*this, p, *value)) return false;
+    if (value->empty() && p.need == Need::NonEmpty) return refuse(platform::format(L"'%s' is empty", p.name));
+    if (p.store && !p.store(*this, p, *value)) {
+      std::wstring accepted;
+      for (const std::wstring& choice : p.choices) accepted += (accepted.empty() ? L"'" : L", '") + choice + L"'";
+      return refuse(platform::format(L"'%s' cannot be '%s'%s%s", p.name, value->c_str(),
+                                     accepted.empty() ? L"" : L"; it takes ", accepted.c_str()));
+    }
   }
   return true;
 }

@@ -48,6 +48,8 @@ class FunctionBase {
   // it must not be, or refused by its form.
   bool readParameters();
   const std::wstring* attribute(const wchar_t* name) const;
+  // Refuses the element at preparation and says why; returns false.
+  bool refuse(std::wstring why) const;
 
   std::wstring expand(const std::wstring& text) const { return runtime_->variables.expand(text); }
   VariableStore& variables() const { return runtime_->variables; }

@@ -7,6 +7,7 @@
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "engine/loops.h"
+#include "platform/format.h"
 #include "platform/text.h"
 
 namespace engine {
@@ -28,45 +29,60 @@ void applyDataChild(TiXmlElement& element, Attributes& attributes) {
 
 }  // namespace
 
-bool checkVersion(const char* version) {
-  const std::wstring text = wide(version);
+bool LogDiagnostics::report(Severity severity, const TiXmlBase*, const std::wstring& message, const std::wstring&) {
+  log(L"%s", message.c_str());
+  return severity == Severity::Warning;
+}
+
+bool checkVersion(const TiXmlElement& root, Diagnostics& diagnostics) {
+  const std::wstring text = wide(root.Attribute("version"));
   if (text.empty()) {
-    log(L"Version not found");
+    diagnostics.report(Severity::Error, &root, L"Version not found", {});
     return false;
   }
   const int major = toInt(text);
   const size_t dot = text.find(L'.');
   const int minor = dot == std::wstring::npos ? 0 : toInt(std::wstring_view(text).substr(dot + 1));
   if (major != kExpectedMajor) {
-    log(L"Cannot continue... Expected version: %d.%d, current version: %s", kExpectedMajor, kExpectedMinor,
-        text.c_str());
+    diagnostics.report(Severity::Error, &root,
+                       platform::format(L"Cannot continue... Expected version: %d.%d, current version: %s",
+                                        kExpectedMajor, kExpectedMinor, text.c_str()),
+                       {});
     return false;
   }
   if (minor != kExpectedMinor)
-    log(L"Warning! Different minor version. Expected: %d.%d, current: %s", kExpectedMajor, kExpectedMinor,
-        text.c_str());
+    diagnostics.report(Severity::Warning, &root,
+                       platform::format(L"Warning! Different minor version. Expected: %d.%d, current: %s",
+                                        kExpectedMajor, kExpectedMinor, text.c_str()),
+                       {});
   return true;
 }
 
+bool Engine::problem(const TiXmlBase* where, const std::wstring& message, const std::wstring& detail) {
+  failed_ = true;
+  if (!diagnostics_.report(Severity::Error, where, message, detail)) stopped_ = true;
+  return !stopped_;
+}
+
 bool Engine::prepare(TiXmlDocument& document, const Presets& presets) {
+  failed_ = stopped_ = false;
   TiXmlElement* root = document.RootElement();
   if (!root) {
-    log(L"Root not found");
+    problem(&document, L"Root not found");
     return false;
   }
-  if (!checkVersion(root->Attribute("version"))) return false;
+  if (!checkVersion(*root, diagnostics_)) return false;
   reset();
   for (const auto& [name, value] : presets) runtime_.variables.set(name, value);
-  if (const char* trace = root->Attribute("log")) setTraceFile(runtime_.variables.expand(wide(trace)));
+  const char* trace = root->Attribute("log");
+  if (trace && !diagnostics_.checkOnly()) setTraceFile(runtime_.variables.expand(wide(trace)));
   if (!buildList(nullptr, *root, head_)) return false;
-  for (const auto& [name, function] : labels_) {
-    if (!function) {
-      // "reffered" is the program's established wording, which scripts and log readers match.
-      log(L"Label '%s' is reffered, but not present", name.c_str());
+  for (const auto& [name, label] : labels_) {
+    // "reffered" is the program's established wording, which scripts and log readers match.
+    if (!label.function && !problem(label.reference, platform::format(L"Label '%s' is reffered, but not present", name.c_str())))
       return false;
-    }
   }
-  return true;
+  return !failed_;
 }
 
 bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head) {
@@ -75,18 +91,23 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
     const std::string_view tag = element->ValueStr();
     if (tag == "for" || tag == "xmlForEach") {
       const bool isFor = tag == "for";
-      element = isFor ? expandFor(*element) : expandXmlForEach(*element);
-      if (!element) {
-        log(isFor ? L"For function is invalid" : L"xmlForEach function is invalid");
+      TiXmlElement* first = isFor ? expandFor(*element) : expandXmlForEach(*element);
+      if (!first) {
+        if (problem(element, isFor ? L"For function is invalid" : L"xmlForEach function is invalid",
+                    isFor ? L"'var', 'value' and 'delim' must be present and not empty"
+                          : L"'handle', 'step' and 'destHandle' must be present and not empty"))
+          continue;
         head.reset();
         return false;
       }
+      element = first;
     }
     std::unique_ptr<FunctionBase> function = buildFunction(owner, *element);
-    if (!function) {
+    if (stopped_) {
       head.reset();
       return false;
     }
+    if (!function) continue;
     FunctionBase* current = function.get();
     (last ? last->next : head) = std::move(function);
     last = current;
@@ -94,45 +115,48 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
   return true;
 }
 
+// Returns nullptr when the element makes no function; a function refused for
+// its attributes is still built when preparation goes on, so that its
+// handlers are checked too.
 std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlElement& element) {
   const std::wstring tag = wide(element.Value());
   const Tag* entry = registry_.lookup(tag);
   if (!entry) {
-    log(L"Function '%s' not found", tag.c_str());
+    problem(&element, platform::format(L"Function '%s' not found", tag.c_str()));
     return nullptr;
   }
   std::unique_ptr<FunctionBase> function = entry->factory();
   if (!function) {
-    log(L"Cannot create function '%s'", tag.c_str());
+    problem(&element, platform::format(L"Cannot create function '%s'", tag.c_str()));
     return nullptr;
   }
   function->attach(runtime_, tag, entry->kind, entry->parameters());
   for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
     function->attributes()[wide(a->Name())] = wide(a->Value());
   applyDataChild(element, function->attributes());
-  if (!function->readAttributes()) {
-    log(L"Function '%s' has invalid parameters (attributes)", tag.c_str());
+  runtime_.refusal.clear();
+  if (!function->readAttributes() &&
+      !problem(&element, platform::format(L"Function '%s' has invalid parameters (attributes)", tag.c_str()),
+               runtime_.refusal))
     return nullptr;
-  }
   if (!buildHandlers(*function, element)) return nullptr;
   function->parent = owner;
 
   auto id = function->attributes().find(L"id");
-  if (id != function->attributes().end() && !id->second.empty() && !addLabel(id->second, function.get()))
+  if (id != function->attributes().end() && !id->second.empty() && !addLabel(id->second, function.get(), element))
     return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
-    labels_.try_emplace(*target, nullptr);
+    labels_.try_emplace(*target, Label{nullptr, &element});
   return function;
 }
 
-bool Engine::addLabel(const std::wstring& name, FunctionBase* function) {
-  auto [it, added] = labels_.try_emplace(name, function);
-  if (added || !it->second) {
-    it->second = function;
+bool Engine::addLabel(const std::wstring& name, FunctionBase* function, const TiXmlElement& element) {
+  auto [it, added] = labels_.try_emplace(name, Label{function, nullptr});
+  if (added || !it->second.function) {
+    it->second.function = function;
     return true;
   }
-  log(L"Label '%s' is used for two different function instances.", name.c_str());
-  return false;
+  return problem(&element, platform::format(L"Label '%s' is used for two different function instances.", name.c_str()));
 }
 
 bool Engine::buildHandler(FunctionBase& function, TiXmlElement* handler, std::unique_ptr<FunctionBase>& head) {
@@ -146,9 +170,11 @@ bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
          handler = handler->NextSiblingElement("onerrorspec")) {
       const char* err = handler->Attribute("err");
       if (!err || !*err) {
-        log(L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
-            function.name().c_str());
-        return false;
+        if (!problem(handler, platform::format(
+                                  L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
+                                  function.name().c_str())))
+          return false;
+        continue;
       }
       std::unique_ptr<FunctionBase> list;
       if (!buildList(&function, *handler, list)) return false;

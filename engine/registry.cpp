@@ -14,7 +14,9 @@ std::span<const wchar_t* const> handlerNames(FunctionKind kind) {
 
 bool FunctionRegistry::add(const Tag& tag) {
   if (!tag.name || !*tag.name || !tag.factory || !tag.parameters) return false;
-  return tags_.try_emplace(tag.name, tag).second;
+  auto [it, added] = tags_.try_emplace(tag.name, tag);
+  if (added) it->second.family = families_.empty() ? nullptr : families_.back();
+  return added;
 }
 
 bool FunctionRegistry::add(std::span<const Tag> tags) {

@@ -45,6 +45,7 @@ struct Tag {
   Factory factory;
   ParameterList parameters;
   const TagDoc* doc;  // nullptr for the stand-ins of tests
+  const wchar_t* family = nullptr;  // set by the registry
 };
 
 // The tag `name` made by class F, described by F::parameters() and F::doc.
@@ -60,6 +61,11 @@ std::span<const wchar_t* const> handlerNames(FunctionKind kind);
 
 class FunctionRegistry {
  public:
+  // Tags added from now on belong to the family of this title.
+  void beginFamily(const wchar_t* title) { families_.push_back(title); }
+  // The family titles, in the order they began.
+  const std::vector<const wchar_t*>& families() const { return families_; }
+
   // Refuses (returns false, changes nothing) a tag without a name, factory or
   // description, or whose name is already registered: the first one wins.
   bool add(const Tag& tag);
@@ -73,6 +79,7 @@ class FunctionRegistry {
 
  private:
   std::map<std::wstring, Tag, std::less<>> tags_;
+  std::vector<const wchar_t*> families_;
 };
 
 }  // namespace engine

@@ -20,6 +20,8 @@ struct Runtime {
   VariableStore variables{handles};
   // Label to jump to when a failure has no handler; empty for none.
   std::wstring errorTarget;
+  // Why preparation refused the last element's attributes, for the checker.
+  std::wstring refusal;
   // The impersonation processImpersonateUser began; the engine's reset ends it.
   std::unique_ptr<RunState> impersonation;
 };

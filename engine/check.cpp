@@ -1,0 +1,209 @@
+#include "engine/check.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <cstring>
+#include <set>
+
+#include <tinyxml.h>
+
+#include "engine/ascii.h"
+#include "engine/expansion.h"
+#include "platform/environment.h"
+#include "platform/format.h"
+#include "platform/text.h"
+
+namespace engine {
+namespace {
+
+std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
+
+// Collects what preparation reports, with its place, and lets it go on.
+class Collector final : public Diagnostics {
+ public:
+  explicit Collector(std::vector<Finding>& findings) : findings_(findings) {}
+
+  bool report(Severity severity, const TiXmlBase* where, const std::wstring& message,
+              const std::wstring& detail) override {
+    add(severity, where, detail.empty() ? message : message + L": " + detail);
+    return true;
+  }
+  bool checkOnly() const override { return true; }
+
+  void add(Severity severity, const TiXmlBase* where, std::wstring text) {
+    const bool placed = where && where->Row() > 0;
+    findings_.push_back({placed ? where->Row() : 0, placed ? where->Column() : 0, severity, std::move(text)});
+  }
+
+ private:
+  std::vector<Finding>& findings_;
+};
+
+// Records the names an expansion looks up, resolving none of them, so that
+// the text is scanned exactly as a run scans it.
+class ReferenceRecorder final : public ExpansionSource {
+ public:
+  std::vector<std::wstring> names;
+
+  std::optional<std::wstring_view> variable(std::wstring_view name) override {
+    names.emplace_back(name);
+    return std::nullopt;
+  }
+  bool hasCollection(std::wstring_view) override { return true; }
+  std::optional<std::wstring_view> element(std::wstring_view, const std::wstring&) override { return std::nullopt; }
+  std::wstring random() override { return L"0"; }
+  std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
+};
+
+const Parameter* findParameter(const Tag& tag, const std::wstring& name) {
+  for (const Parameter& p : tag.parameters())
+    if (name == p.name) return &p;
+  return nullptr;
+}
+
+std::wstring handlerList(FunctionKind kind) {
+  std::wstring list;
+  for (const wchar_t* name : handlerNames(kind)) list += (list.empty() ? L"" : L", ") + std::wstring(name);
+  return list.empty() ? L"it takes no handlers" : L"it takes " + list;
+}
+
+// What preparation does not look at: the children and attributes it ignores,
+// and where variables and handles are set and used across the script.
+class Walker {
+ public:
+  Walker(const FunctionRegistry& registry, Collector& out) : registry_(registry), out_(out) {}
+
+  // Visits every element in a function's place, without recursion: scripts
+  // may be nested as deep as the parser allows.
+  void walk(const TiXmlElement& root) {
+    noteReads(root, root.Attribute("log"));
+    std::vector<const TiXmlElement*> pending;
+    pushChildren(root, pending);
+    while (!pending.empty()) {
+      const TiXmlElement* element = pending.back();
+      pending.pop_back();
+      visit(*element, pending);
+    }
+  }
+
+  void warn(const Presets& presets) {
+    for (const auto& [name, where] : reads_) {
+      if (assigned_.count(name) || presets.count(name) || isProvidedVariable(name)) continue;
+      out_.add(Severity::Warning, where,
+               platform::format(L"Variable '%s' is read but never assigned", name.c_str()));
+    }
+    for (const auto& [name, where] : handlesUsed_) {
+      if (opened_.count(name)) continue;
+      out_.add(Severity::Warning, where, platform::format(L"Handle '%s' is used but never opened", name.c_str()));
+    }
+  }
+
+ private:
+  static void pushChildren(const TiXmlElement& parent, std::vector<const TiXmlElement*>& pending) {
+    for (const TiXmlElement* child = parent.FirstChildElement(); child; child = child->NextSiblingElement())
+      pending.push_back(child);
+  }
+
+  void visit(const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
+    const std::string_view name = element.ValueStr();
+    if (name == "for") {
+      if (const char* var = element.Attribute("var")) assigned_.insert(wide(var));
+      noteReads(element, element.Attribute("value"));
+      pushChildren(element, pending);
+      return;
+    }
+    if (name == "xmlForEach") {
+      noteHandle(element, element.Attribute("handle"));
+      if (const char* dest = element.Attribute("destHandle")) opened_.insert(wide(dest));
+      noteReads(element, element.Attribute("xpath"));
+      noteReads(element, element.Attribute("step"));
+      pushChildren(element, pending);
+      return;
+    }
+    // An unknown tag is preparation's to report.
+    if (const Tag* tag = registry_.lookup(wide(element.Value()))) visitFunction(*tag, element, pending);
+  }
+
+  void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
+    for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next()) {
+      const std::wstring name = wide(a->Name());
+      const Parameter* p = findParameter(tag, name);
+      if (p) {
+        noteAttribute(*p, element, a->Value());
+      } else if (name != L"id" && name.rfind(L"xmlns", 0) != 0 && name.rfind(L"xsi:", 0) != 0) {
+        out_.add(Severity::Warning, &element,
+                 platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str()));
+      }
+    }
+    const auto handlers = handlerNames(tag.kind);
+    for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement()) {
+      const std::wstring name = wide(child->Value());
+      if (std::find(handlers.begin(), handlers.end(), name) != handlers.end()) {
+        pushChildren(*child, pending);
+      } else if (name == L"data" && findParameter(tag, name)) {
+        if (!element.Attribute("data")) noteReads(*child, child->GetText());
+      } else {
+        out_.add(Severity::Error, child,
+                 platform::format(L"Element '%s' does not belong in function '%s': %s", name.c_str(), tag.name,
+                                  handlerList(tag.kind).c_str()));
+      }
+    }
+  }
+
+  void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
+    switch (p.form) {
+      case Form::Text: noteReads(element, value); break;
+      case Form::Variable: assigned_.insert(wide(value)); break;
+      case Form::Handle: noteHandle(element, value); break;
+      case Form::NewHandle: opened_.insert(wide(value)); break;
+      default: break;
+    }
+  }
+
+  void noteHandle(const TiXmlElement& element, const char* name) {
+    if (name && *name) handlesUsed_.try_emplace(wide(name), &element);
+  }
+
+  void noteReads(const TiXmlElement& element, const char* text) {
+    if (!text || !std::strchr(text, '%')) return;
+    ReferenceRecorder recorder;
+    expandReferences(wide(text), recorder);
+    for (std::wstring& name : recorder.names) reads_.try_emplace(std::move(name), &element);
+  }
+
+  const FunctionRegistry& registry_;
+  Collector& out_;
+  std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
+  std::set<std::wstring> assigned_, opened_;
+};
+
+}  // namespace
+
+bool isProvidedVariable(const std::wstring& name) {
+  static const std::set<std::wstring> builtIn = {L"currentdir", L"enginefname", L"enginedir",
+                                                 L"arch",       L"os",          L"error"};
+  if (builtIn.count(name) || equalsIgnoreAsciiCase(name, L"random")) return true;
+  const std::wstring reference = L"%" + name + L"%";
+  const std::optional<std::wstring> value = platform::expandEnvironment(reference);
+  return value && *value != reference;
+}
+
+std::vector<Finding> checkScript(TiXmlDocument& document, const FunctionRegistry& registry, const Presets& presets) {
+  std::vector<Finding> findings;
+  Collector collector(findings);
+  if (const TiXmlElement* root = document.RootElement()) {
+    Walker walker(registry, collector);
+    walker.walk(*root);
+    walker.warn(presets);
+  }
+  Engine engine(registry, collector);
+  engine.prepare(document, presets);
+  engine.reset();
+  std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+    return a.line != b.line ? a.line < b.line : a.column < b.column;
+  });
+  return findings;
+}
+
+}  // namespace engine

@@ -38,25 +38,33 @@ void printLine(const std::wstring& line) { print(platform::toUtf8(line) + "\n");
 int usage() {
   print(
       "Usage: upkeep-check.exe <xmlpath> [/encfile] [/var key value]*\n"
+      "       upkeep-check.exe [/file | /encfile] <xmlpath> [/var key value]*\n"
       "       upkeep-check.exe /schema | /reference\n"
       "Checks a script without running it and prints each problem as file:line:column: error|warning: text.\n"
       "Exit code 0: no problems; 1: warnings only; 2: errors.\n");
   return kErrors;
 }
 
+// Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug.
 bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
+  const auto isKey = [](const wchar_t* arg, const wchar_t* key) {
+    return (*arg == L'/' || *arg == L'-') && engine::equalsIgnoreAsciiCase(arg + 1, key);
+  };
   for (int i = 1; i < argc; ++i) {
-    const wchar_t* key = argv[i];
-    // Anything but a known switch is the script, so a path may start with '/'.
-    const bool isSwitch = *key == L'/' || *key == L'-';
-    if (isSwitch && engine::equalsIgnoreAsciiCase(key + 1, L"encfile")) {
-      out.decrypt = true;
-    } else if (isSwitch && engine::equalsIgnoreAsciiCase(key + 1, L"var")) {
+    const wchar_t* arg = argv[i];
+    if (isKey(arg, L"file") || isKey(arg, L"encfile")) {
+      out.decrypt = out.decrypt || isKey(arg, L"encfile");
+      // "/encfile" after the path is a switch of its own.
+      if (out.script.empty() && i + 1 < argc) out.script = argv[++i];
+    } else if (isKey(arg, L"var")) {
       if (i + 1 >= argc) return false;
       out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
       i += 2;
+    } else if (isKey(arg, L"debug")) {
+      continue;
     } else if (out.script.empty()) {
-      out.script = key;
+      // Anything but a known switch is the script, so a path may start with '/'.
+      out.script = arg;
     } else {
       return false;
     }
@@ -77,8 +85,8 @@ bool load(const Arguments& args, TiXmlDocument& document) {
   // Columns count characters, a tab as one.
   document.SetTabSize(1);
   if (engine::parseScript(reinterpret_cast<const char*>(bytes.data()), length, document)) return true;
-  if (!document.Error()) {
-    printLine(args.script + L": error: the script holds no XML" +
+  if (!document.Error() || document.ErrorId() == TiXmlBase::TIXML_ERROR_DOCUMENT_EMPTY) {
+    printLine(args.script + L": error: the script holds no XML element" +
               (args.decrypt ? L"" : L" (an encrypted script needs /encfile)"));
     return false;
   }

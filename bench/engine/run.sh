@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Engine benchmarks under Wine, each against a reference in the same run:
 #  1. preparing a script of 100,000 elements vs TinyXML alone parsing it;
-#  2. 1,000,000 iterations of addInt/test/goto with standard output to a file
+#  2. upkeep-check.exe checking that script vs the interpreter preparing it;
+#  3. 1,000,000 iterations of addInt/test/goto with standard output to a file
 #     vs the C runtime alone writing the same lines.
 # Usage: bench/engine/run.sh [build dir]   (default: build)
 set -euo pipefail
 source "$(dirname "$0")/../lib.sh"
 bench_init "${1:-}"
-bench_build upkeep bench_tinyxml_parse bench_crt_log
+bench_build upkeep upkeep-check bench_tinyxml_parse bench_crt_log
 work=$(mktemp -d)
 bench_on_exit 'rm -rf "$work"'
 bench_wine
@@ -32,7 +33,15 @@ prepare=$(( whole - startup ))
 echo "preparation: $elements elements, upkeep load+prepare ${prepare} ms, TinyXML parse alone ${parse} ms"
 echo "preparation ratio (load+prepare / parse): $(bench_ratio "$prepare" "$parse")"
 
-# 2. The loop, standard output to a file.
+# 2. The checker prepares as the interpreter does, then also walks the script
+# for variables and handles; it exits 1 here, for the warnings it prints.
+check_big() { wine_run "$build/upkeep-check.exe" big.xml > check.out || [ $? = 1 ]; }
+times=$(bench_best 3 check_big -- wine_run "$build/upkeep.exe" /file big.xml)
+read -r check interpret <<< "$times"
+echo "checker: $(tail -1 check.out | tr -d '\r'), ${check} ms; interpreter load+prepare+exit ${interpret} ms"
+echo "checker ratio (check / interpreter): $(bench_ratio "$check" "$interpret")"
+
+# 3. The loop, standard output to a file.
 cat > loop.xml <<'XML'
 <script version="1.1">
   <addInt id="top" var="n" value="1"/>

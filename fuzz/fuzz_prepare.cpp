@@ -1,13 +1,15 @@
 // libFuzzer target for the engine's pure parts: the input is a script file's
 // bytes, loaded as the program loads one, prepared (loops expanded, functions
 // built, labels checked) with stand-in functions, and run for a bounded
-// number of steps so that goto loops end.
+// number of steps so that goto loops end; then checked, as upkeep-check does,
+// on a second copy.
 #include <tinyxml.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 
+#include "engine/check.h"
 #include "engine/engine.h"
 #include "engine/script_file.h"
 #include "tests/engine/stand_in_functions.h"
@@ -29,6 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const engine::FunctionRegistry registry = stand_in::registry();
   TiXmlDocument document;
   if (!engine::parseScript(reinterpret_cast<const char*>(data), size, document)) return 0;
+  TiXmlDocument copy(document);
+  engine::checkScript(copy, registry);
   engine::Engine engine(registry);
   if (engine.prepare(document, {{L"preset", L"%preset%"}})) {
     engine::FunctionBase* current = engine.first();

@@ -19,4 +19,9 @@ void FunctionAddInt::execute() {
   variables().set(var_, std::to_wstring(static_cast<int32_t>(sum)));
 }
 
+const engine::TagDoc FunctionAddInt::doc{
+    L"Adds `value`, expanded when it runs, to the number in the variable `var` and stores the sum. Both are read as leading decimal digits with an optional sign (`12abc` is 12; no digits, or a missing variable, is 0), and the 32-bit sum wraps around (`2147483647` + 1 is `-2147483648`).",
+    L"AddInt value '%s' to the variable %s", L"No result: a plain function has no handlers.",
+    L"<assign var=\"tries\" value=\"0\"/>\n<addInt var=\"tries\" value=\"1\"/>"};
+
 }  // namespace api::base

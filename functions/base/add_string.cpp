@@ -15,4 +15,9 @@ void FunctionAddString::execute() {
   variables().set(var_, variables().get(var_) + value);
 }
 
+const engine::TagDoc FunctionAddString::doc{
+    L"Appends `value`, expanded when it runs, to the variable `var`; a missing variable counts as empty. `value` must not be empty as written.",
+    L"AddString value '%s' to the variable %s", L"No result: a plain function has no handlers.",
+    L"<assign var=\"report\" value=\"updated:\"/>\n<addString var=\"report\" value=\" app.exe\"/>"};
+
 }  // namespace api::base

@@ -15,4 +15,9 @@ void FunctionAssign::execute() {
   variables().set(var_, std::move(value));
 }
 
+const engine::TagDoc FunctionAssign::doc{
+    L"Sets the variable `var` (its name taken as written) to `value`, expanded when it runs; an empty `value` empties it.",
+    L"Assign value '%s' to the variable %s", L"No result: a plain function has no handlers.",
+    L"<assign var=\"appdir\" value=\"C:\\Program Files\\App\"/>"};
+
 }  // namespace api::base

@@ -35,4 +35,9 @@ void FunctionAssignToken::execute() {
   variables().set(var_, token);
 }
 
+const engine::TagDoc FunctionAssignToken::doc{
+    L"Matches the ECMAScript expression `regexp` (taken as written and compiled when the script is prepared: one that does not compile refuses the script) against the whole of `value` and stores capture group `index` in `var` (`0`: the whole match). `value` and `index` are expanded when it runs, `index` read as leading digits. No match, a group that does not exist, or a match too complex to decide leaves `var` empty.",
+    L"assignToken value '%s', index %d, regexp %s to the variable %s\ntoken not found\nfound token %s", L"No result: a plain function has no handlers.",
+    L"<assign var=\"version\" value=\"24.3.1\"/>\n<assignToken var=\"major\" value=\"%version%\" regexp=\"(\\d+)\\.(\\d+).*\" index=\"1\"/>"};
+
 }  // namespace api::base

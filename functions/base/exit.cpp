@@ -15,4 +15,9 @@ void FunctionExit::execute() {
   std::exit(code_);  // the runtime flushes and closes open streams, the trace file included
 }
 
+const engine::TagDoc FunctionExit::doc{
+    L"Ends the script and the process at once with the exit code `code` (default `0`), read as a number when the script is prepared (`-1` works; text without digits is `0`). Nothing after it runs; the trace file is flushed and closed.",
+    L"Exit function called with exitcode %d",
+    L"No result: the process ends.", L"<fileExists path=\"C:\\Program Files\\App\\app.exe\"><onFalse><exit code=\"2\"/></onFalse></fileExists>\n<exit code=\"0\"/>"};
+
 }  // namespace api::base

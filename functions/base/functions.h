@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 #include "engine/regex.h"
 
 namespace api::base {
@@ -20,6 +21,7 @@ class FunctionExit : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   int32_t code_ = 0;
@@ -29,6 +31,7 @@ class FunctionTrace : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring value_;
@@ -38,6 +41,7 @@ class FunctionTraceSetFile : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_;
@@ -47,6 +51,7 @@ class FunctionSleep : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   int32_t milliseconds_ = 0;
@@ -56,6 +61,7 @@ class FunctionNothing : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters() { return engine::noParameters(); }
+  static const engine::TagDoc doc;
 };
 
 // The jump itself is made by the execution loop.
@@ -63,6 +69,7 @@ class FunctionGoTo : public FunctionBase {
  public:
   void execute() override {}
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
   const std::wstring* jumpTarget() const override { return &target_; }
 
  private:
@@ -73,6 +80,7 @@ class FunctionOnErrorGoTo : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
   const std::wstring* labelReference() const override { return &target_; }
 
  private:
@@ -83,6 +91,7 @@ class FunctionAssign : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, value_;
@@ -92,6 +101,7 @@ class FunctionAssignToken : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
   bool readAttributes() override;
 
  private:
@@ -103,6 +113,7 @@ class FunctionAddInt : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, value_;
@@ -112,6 +123,7 @@ class FunctionAddString : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, value_;
@@ -131,6 +143,7 @@ class FunctionStringDelete : public StringSpanFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_;
@@ -140,6 +153,7 @@ class FunctionStringGet : public StringSpanFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, value_;
@@ -149,6 +163,7 @@ class FunctionStringTrim : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, chars_;
@@ -160,6 +175,7 @@ class FunctionTest : public FunctionRetBool {
   enum Type { String = 0, Number = 1 };
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring left_, right_;

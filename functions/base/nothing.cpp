@@ -5,4 +5,9 @@ namespace api::base {
 
 void FunctionNothing::execute() { engine::log(L"Executing 'nothing' function"); }
 
+const engine::TagDoc FunctionNothing::doc{
+    L"Does nothing but log a line: the usual carrier of a label (`id`) for `goto` and `onErrorGoTo`.",
+    L"Executing 'nothing' function", L"No result: a plain function has no handlers.",
+    L"<goto target=\"done\"/>\n<trace value=\"skipped\"/>\n<nothing id=\"done\"/>"};
+
 }  // namespace api::base

@@ -18,4 +18,9 @@ void FunctionSleep::execute() {
   platform::sleep(milliseconds_ < 0 ? platform::kWaitForever : static_cast<uint32_t>(milliseconds_));
 }
 
+const engine::TagDoc FunctionSleep::doc{
+    L"Waits `milisec` milliseconds (one `l`; read as a number when the script is prepared); a negative number waits forever. Standard output is flushed before the wait; the log line calls the milliseconds `exitcode`.",
+    L"Sleep function called with exitcode %d", L"No result: a plain function has no handlers.",
+    L"<processKill name=\"app.exe\"/>\n<sleep milisec=\"2000\"/>"};
+
 }  // namespace api::base

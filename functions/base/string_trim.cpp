@@ -20,4 +20,9 @@ void FunctionStringTrim::execute() {
   trimChars(*text, chars_);
 }
 
+const engine::TagDoc FunctionStringTrim::doc{
+    L"Strips every character that is one of `chars` (taken as written, not expanded) from both ends of the variable `var`. A missing variable is set to the empty text.",
+    L"StringTrim variable %s, with %s", L"No result: a plain function has no handlers.",
+    L"<assign var=\"dir\" value=\" C:\\Program Files\\App\\ \"/>\n<stringTrim var=\"dir\" chars=\" \\\"/>"};
+
 }  // namespace api::base

@@ -10,4 +10,9 @@ const Parameters& FunctionTrace::parameters() {
 
 void FunctionTrace::execute() { engine::log(L"Trace: %s", expand(value_).c_str()); }
 
+const engine::TagDoc FunctionTrace::doc{
+    L"Logs `Trace: ` followed by `value`, expanded when it runs, to standard output, to the debugger output under `/debug` and to the trace file. Without `value` the line is `Trace: ` alone.",
+    L"Trace: %s", L"No result: a plain function has no handlers.",
+    L"<trace value=\"Updating %enginedir% on %os% (%arch%)\"/>"};
+
 }  // namespace api::base

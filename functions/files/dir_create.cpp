@@ -21,4 +21,10 @@ void FunctionDirCreate::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionDirCreate::doc{
+    L"Creates the directory `path`, expanded when it runs: its last level only, so its parent must exist. Success also when something of that name exists already, a directory or a file.",
+    L"dirCreate function called for %s\ndirCreate function end with %s. err:'%s'",
+    L"Error text: the Windows code of the creation, e.g. `3` the parent directory is missing, `5` access denied, `123` a name Windows does not accept.",
+    L"<dirCreate path=\"C:\\Program Files\\App\\logs\">\n  <onerror><trace value=\"no log directory: %error%\"/></onerror>\n</dirCreate>"};
+
 }  // namespace api::files

@@ -10,4 +10,9 @@ void FunctionDirExists::execute() {
   finish(platform::pathExists(path) && platform::isDirectory(path));
 }
 
+const engine::TagDoc FunctionDirExists::doc{
+    L"Tells whether `path`, expanded when it runs, names an existing directory. It never fails: whatever cannot be read counts as no directory.",
+    L"dirExists function called for %s\ndirExists function end with %s.", L"True: the directory exists. False: nothing is there, or it is a file.",
+    L"<dirExists path=\"C:\\Program Files\\App\\logs\">\n  <onFalse><dirCreate path=\"C:\\Program Files\\App\\logs\"/></onFalse>\n</dirExists>"};
+
 }  // namespace api::files

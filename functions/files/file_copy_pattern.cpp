@@ -46,4 +46,10 @@ void FunctionFileCopyPattern::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionFileCopyPattern::doc{
+    L"Copies every file that matches `src`, a path whose last part is a wildcard pattern (`*.dll`), into the existing directory `dest` under its own name; both are expanded when it runs, and directories are not copied. `failIfExists` (default `true`) and `diffLWTOnly` work as in `fileCopySingle`; with `ignoreErrors=\"true\"` the copy goes on after a failure.",
+    L"fileCopyPattern from '%s' to '%s'. FailIfExists: %d. SkipErrors: %d\nFile '%s' skipped due to the same LWT\nCannot copy '%s' to '%s'\nFile '%s' copied to '%s'\nfileCopyPattern function end with %s. err:'%s'",
+    L"Error text: `3` `dest` (nothing is copied) or the directory of `src` does not exist, `2` nothing matches `src`, else the first failed copy's Windows code, also with `ignoreErrors` (`80` a file exists with `failIfExists`, `5`, `32`).",
+    L"<fileCopyPattern src=\"%enginedir%plugins\\*.dll\" dest=\"C:\\Program Files\\App\\plugins\" failIfExists=\"false\" ignoreErrors=\"true\">\n  <onerror><trace value=\"some plugins were not copied: %error%\"/></onerror>\n</fileCopyPattern>"};
+
 }  // namespace api::files

@@ -22,4 +22,10 @@ void FunctionFileCopySingle::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionFileCopySingle::doc{
+    L"Copies the file `src` to `dest`, both expanded when it runs (`dest` is the new file's full path, not a directory); no directory is created. With `failIfExists` (default `true`) an existing `dest` fails; with `failIfExists=\"false\"` it is replaced, and `diffLWTOnly=\"true\"` then skips the copy when both files have the same last write time.",
+    L"fileCopySingle from '%s' to '%s'. FailIfExists: %d\nFile '%s' skipped due to the same LWT\nfileCopySingle function end with %s. err:'%s'",
+    L"Error text: the Windows code of the copy, e.g. `80` `dest` exists (with `failIfExists`), `2` no `src`, `3` a missing directory, `5` access denied (a read-only `dest`), `32` a file in use.",
+    L"<fileCopySingle src=\"%enginedir%app.exe\" dest=\"C:\\Program Files\\App\\app.exe\" failIfExists=\"false\" diffLWTOnly=\"true\">\n  <onerrorspec err=\"32\"><trace value=\"app.exe is in use\"/></onerrorspec>\n</fileCopySingle>"};
+
 }  // namespace api::files

@@ -44,4 +44,10 @@ void FunctionFileDeletePattern::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionFileDeletePattern::doc{
+    L"Deletes what matches `path`, a path whose last part is a wildcard pattern (`*.tmp`), expanded when it runs: read-only files and names like `keep.` too. A matching directory (with `*` also `.` and `..`) is tried like a file and fails, so match files only. `renameIfFails`, `afterRebootIfFails` and `ignoreErrors` work as in `dirDeleteRec`; no match at all is success.",
+    L"fileDeletePattern from '%s'. SkipErrors: %d. AfterReboot: %d\nCannot delete '%s\\%s'. Error %d\nfileDeletePattern function end with %s. err:'%s'",
+    L"Error text: `3` the directory of the pattern does not exist, else the first failed delete's Windows code (`32` in use, `5` access denied); a file left for the restart without being renamed still fails with its delete's code.",
+    L"<fileDeletePattern path=\"C:\\Program Files\\App\\*.old\" renameIfFails=\"true\" afterRebootIfFails=\"true\"/>"};
+
 }  // namespace api::files

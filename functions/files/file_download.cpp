@@ -21,4 +21,10 @@ void FunctionFileDownload::execute() {
   logEnd(L"fileCopySingle");
 }
 
+const engine::TagDoc FunctionFileDownload::doc{
+    L"Fetches `url` into the file `file`, both expanded when it runs, through Windows' URL download service (which may keep a copy in the Internet cache); an existing file is replaced. Success says only that the service finished: an HTTP error page (404, 500) is saved as the file and is success, so check the file (`fileIsSigned`, `jsonOpen`). It ends with `fileCopySingle`'s end line.",
+    L"fileDownload from '%s' to '%s'.\nfileCopySingle function end with %s. err:'%s'",
+    L"Error text: the low 16 bits of the service's result in decimal, e.g. `8` a refused connection, `484` an address it cannot parse or an unknown scheme, a Windows code such as `5` as itself. A failure whose low 16 bits are 0 counts as success.",
+    L"<fileDownload url=\"https://updates.example.com/24.3/setup.exe\" file=\"%TEMP%\\setup.exe\">\n  <onerror><trace value=\"download failed: %error%\"/><exit code=\"1\"/></onerror>\n</fileDownload>"};
+
 }  // namespace api::files

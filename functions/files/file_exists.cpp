@@ -11,4 +11,9 @@ void FunctionFileExists::execute() {
   finish(platform::pathExists(path) && !platform::isDirectory(path));
 }
 
+const engine::TagDoc FunctionFileExists::doc{
+    L"Tells whether `path`, expanded when it runs, names an existing file; a directory is no file. It never fails: whatever cannot be read counts as no file.",
+    L"fileExists function called for %s\nfileExists function end with %s.", L"True: the file exists. False: nothing is there, or it is a directory.",
+    L"<fileExists path=\"C:\\Program Files\\App\\app.exe\">\n  <onFalse><trace value=\"App is not installed\"/><exit code=\"0\"/></onFalse>\n</fileExists>"};
+
 }  // namespace api::files

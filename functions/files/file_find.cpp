@@ -72,4 +72,16 @@ void FunctionFileFind::execute() {
   logEnd(tag);
 }
 
+const engine::TagDoc FunctionFileFind::doc{
+    L"Stores in `var` the full paths of the files under `dir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `dir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
+    L"fileFind from '%s\\%s' (depth %d)\nfileFind function end with %s. err:'%s'",
+    L"Error text: the Windows code when `dir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
+    L"<fileFind dir=\"C:\\Program Files\\App\" pattern=\"*.dll\" var=\"dlls\" delim=\";\" depth=\"2\"/>\n<trace value=\"installed libraries: %dlls%\"/>"};
+
+const engine::TagDoc FunctionDirFind::doc{
+    L"Stores in `var` the full paths of the directories under `rootDir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `rootDir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
+    L"dirFind from '%s\\%s' (depth %d)\ndirFind function end with %s. err:'%s'",
+    L"Error text: the Windows code when `rootDir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
+    L"<dirFind rootDir=\"C:\\Program Files\\App\\plugins\" pattern=\"*\" var=\"plugins\" delim=\"|\"/>\n<trace value=\"plugins: %plugins%\"/>"};
+
 }  // namespace api::files

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 #include "functions/files/detail/path_filter.h"
 
 namespace api::files {
@@ -28,22 +29,26 @@ class PathQuery : public FunctionRetBool {
 class FunctionDirExists : public PathQuery {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionFileExists : public PathQuery {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionFileIsSigned : public PathQuery {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionDirCreate : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_;
@@ -63,6 +68,7 @@ class FunctionFileCopySingle : public CopyFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   bool diffLWTOnly_ = false;
@@ -73,6 +79,7 @@ class FunctionFileMoveSingle : public CopyFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   bool afterReboot_ = false;
@@ -82,6 +89,7 @@ class FunctionDirCopyRecursive : public CopyFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
   bool readAttributes() override;
 
  private:
@@ -95,6 +103,7 @@ class FunctionFileCopyPattern : public CopyFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   bool ignoreErrors_ = false;
@@ -116,11 +125,13 @@ class DeleteFunction : public FunctionRetError {
 class FunctionDirDeleteRecursive : public DeleteFunction {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionFileDeletePattern : public DeleteFunction {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 // fileFind lists files under `dir`.
@@ -129,6 +140,7 @@ class FunctionFileFind : public FunctionRetError {
   FunctionFileFind() = default;
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  protected:
   explicit FunctionFileFind(bool directories) : directories_(directories) {}
@@ -143,12 +155,14 @@ class FunctionDirFind : public FunctionFileFind {
  public:
   FunctionDirFind() : FunctionFileFind(true) {}
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 };
 
 class FunctionFileOpenOrCreate : public FunctionRetBool {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, handle_;
@@ -159,6 +173,7 @@ class FunctionFileWrite : public FunctionRetBool {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_, string_;
@@ -169,6 +184,7 @@ class FunctionFileDownload : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring url_, file_;
@@ -178,6 +194,7 @@ class FunctionFileClose : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_;

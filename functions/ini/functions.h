@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 
 namespace api::ini {
 
@@ -16,6 +17,7 @@ class FunctionIniGetValue : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, section_, key_, var_, default_;
@@ -25,6 +27,7 @@ class FunctionIniSetValue : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, section_, key_, value_;

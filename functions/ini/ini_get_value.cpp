@@ -22,4 +22,10 @@ void FunctionIniGetValue::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionIniGetValue::doc{
+    L"Stores in `var` the value of `key` in `section` of the INI file `path`, or `default` (none: the empty text) when the key, the section or the file is missing; all but `var` are expanded when it runs. Windows reads the file: a bare file name is looked for in the Windows directory, quotes around a value are dropped, and a value longer than 10,239 characters is cut there.",
+    L"iniGetValue in '%s' at '%s\\%s'. variable: '%s' (default:%s)\niniGetValue function end with %s. err:'%s'",
+    L"Always success: whatever cannot be read gives `default`.",
+    L"<iniGetValue path=\"%enginedir%app.ini\" section=\"update\" key=\"channel\" var=\"channel\" default=\"stable\"/>\n<trace value=\"update channel: %channel%\"/>"};
+
 }  // namespace api::ini

@@ -22,4 +22,10 @@ void FunctionIniSetValue::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionIniSetValue::doc{
+    L"Writes `value` as `key` in `section` of the INI file `path`, creating the file and the section when missing and replacing the key's line when present; all four are expanded when it runs and must not be empty as written. Windows writes the file: a new one, or one without a byte-order mark, in the ANSI code page (a character outside it becomes `?`), one with a UTF-16 byte-order mark as UTF-16. Give a full path: a bare file name goes to the Windows directory.",
+    L"iniSetValue in '%s' at '%s\\%s'. value: '%s'\niniSetValue function end with %s. err:'%s'",
+    L"Error text: the Windows code of the write, e.g. `3` a missing directory, `5` access denied (a read-only file).",
+    L"<iniSetValue path=\"C:\\Program Files\\App\\app.ini\" section=\"update\" key=\"lastVersion\" value=\"24.3\">\n  <onerror><trace value=\"app.ini not written: %error%\"/></onerror>\n</iniSetValue>"};
+
 }  // namespace api::ini

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 #include "engine/log.h"
 #include "functions/json/detail/json_handles.h"
 #include "functions/json/detail/json_values.h"
@@ -66,6 +67,7 @@ using helpers::FunctionJsonManipulator;
 class FunctionJsonOpen : public engine::FunctionRetBool {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -76,6 +78,7 @@ class FunctionJsonOpen : public engine::FunctionRetBool {
 class FunctionJsonClose : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -85,6 +88,7 @@ class FunctionJsonClose : public FunctionJsonManipulator {
 class FunctionJsonSave : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -94,6 +98,7 @@ class FunctionJsonSave : public FunctionJsonManipulator {
 class FunctionJsonGetTypeFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -103,6 +108,7 @@ class FunctionJsonGetTypeFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetTypeFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -112,6 +118,7 @@ class FunctionJsonGetTypeFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetScalarFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -121,6 +128,7 @@ class FunctionJsonGetScalarFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetArrayFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -130,6 +138,7 @@ class FunctionJsonGetArrayFromObject : public FunctionJsonManipulator {
 class FunctionJsonGetScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -139,6 +148,7 @@ class FunctionJsonGetScalarFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetNonScalarFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -148,6 +158,7 @@ class FunctionJsonGetNonScalarFromArray : public FunctionJsonManipulator {
 class FunctionJsonGetArrayLength : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -157,6 +168,7 @@ class FunctionJsonGetArrayLength : public FunctionJsonManipulator {
 class FunctionJsonInsertScalarIntoObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
   bool readAttributes() override;
 
@@ -168,6 +180,7 @@ class FunctionJsonInsertScalarIntoObject : public FunctionJsonManipulator {
 class FunctionJsonInsertScalarIntoArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
   bool readAttributes() override;
 
@@ -179,6 +192,7 @@ class FunctionJsonInsertScalarIntoArray : public FunctionJsonManipulator {
 class FunctionJsonInsertEmptyNonScalarIntoObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -188,6 +202,7 @@ class FunctionJsonInsertEmptyNonScalarIntoObject : public FunctionJsonManipulato
 class FunctionJsonInsertEmptyNonScalarIntoArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -197,6 +212,7 @@ class FunctionJsonInsertEmptyNonScalarIntoArray : public FunctionJsonManipulator
 class FunctionJsonRemoveFieldFromObject : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:
@@ -207,6 +223,7 @@ class FunctionJsonRemoveFieldFromObject : public FunctionJsonManipulator {
 class FunctionJsonRemoveFieldFromArray : public FunctionJsonManipulator {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
   static const engine::Parameters& parameters();
 
  private:

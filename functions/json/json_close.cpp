@@ -13,4 +13,10 @@ void FunctionJsonClose::execute() {
   handles().close(handle_);
 }
 
+const engine::TagDoc FunctionJsonClose::doc{
+    L"Releases what the handle name `handle` holds (a document, a node, or a handle of any other kind) and frees the name; an unknown name is no error. Nodes into a closed document stay, but refer to nothing.",
+    L"jsonClose for handle %s",
+    L"No result: it sets none and writes no end line. It takes `onTrue` and `onFalse` like the other JSON functions, but its result stays False, so `onFalse` always runs.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetScalarFromObject handle=\"cfg\" xpath=\"version\" var=\"version\"/>\n<jsonClose handle=\"cfg\"/>"};
+
 }  // namespace api::json

@@ -26,4 +26,10 @@ void FunctionJsonGetArrayFromObject::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetArrayFromObject::doc{
+    L"Stores under the handle name `arrayHandle` a node for the array at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `objectHandle`, replacing what the name held. The node follows its position in the document: after an edit it sees what is there now, or refers to nothing.",
+    L"jsonGetArrayFromObject %s from object handle %s and path %s\njsonGetArrayFromObject handle %s does not refer to a JSON object.\njsonGetArrayFromObject the specified value is not an array\njsonGetArrayFromObject end with %s",
+    L"True: `arrayHandle` names the array. False: `objectHandle` holds no JSON object, or the path is missing or holds no array; `arrayHandle` keeps what it held.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonGetArrayLength handle=\"hosts\" var=\"count\"/>"};
+
 }  // namespace api::json

@@ -19,4 +19,10 @@ void FunctionJsonGetArrayLength::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetArrayLength::doc{
+    L"Stores in `var` the number of elements of the array under `handle`, a document or a node.",
+    L"jsonGetArrayLength for array %s into var %s\njsonGetArrayLength handle %s does not refer to a JSON array\njsonGetArrayLength end with %s",
+    L"True: `var` holds the length. False: `handle` holds no JSON array (or is a node whose value is gone); `var` is unchanged.",
+    L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetArrayLength handle=\"servers\" var=\"count\"/>\n<trace value=\"%count% servers\"/>"};
+
 }  // namespace api::json

@@ -25,4 +25,10 @@ void FunctionJsonGetNonScalarFromArray::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetNonScalarFromArray::doc{
+    L"Stores under the handle name `nonScalarHandle` a node for the object or array at element `index` of the array under `arrayHandle`, replacing what the name held; `index` is expanded when it runs and read like `stoi`. The node follows its position in the document, like those of `jsonGetArrayFromObject`.",
+    L"jsonGetNonScalarFromArray %s from parent %s index %s\nHandle %s does not refer to a JSON array\nCould not convert %s to an integer index\nIndex %s is out of bounds for array %s\njsonGetNonScalarFromArray index %d from array %s does not contain a non scalar\njsonGetNonScalarFromArray end with %s",
+    L"True: `nonScalarHandle` names the element. False: `arrayHandle` holds no JSON array, `index` has no digits or lies outside it, or the element is a scalar or `null`; `nonScalarHandle` keeps what it held.",
+    L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetNonScalarFromArray arrayHandle=\"servers\" nonScalarHandle=\"first\" index=\"0\"/>\n<jsonGetScalarFromObject handle=\"first\" xpath=\"name\" var=\"name\"/>"};
+
 }  // namespace api::json

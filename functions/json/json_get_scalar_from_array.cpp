@@ -23,4 +23,10 @@ void FunctionJsonGetScalarFromArray::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetScalarFromArray::doc{
+    L"Stores in `var` the boolean, number or string at element `index` of the array under `handle`, as `jsonGetScalarFromObject` writes it. `index` is expanded when it runs and read like `stoi` (`2abc` is 2); 0 is the first element.",
+    L"jsonGetScalarFromArray %s at index %s\nHandle %s does not refer to a JSON array\nCould not convert %s to an integer index\nIndex %s is out of bounds for array %s\njsonGetScalarFromArray index %d in array %s does not contain a scalar\njsonGetScalarFromArray end with %s",
+    L"True: `var` holds the value. False: `handle` holds no JSON array, `index` has no digits or lies outside it, or the element is an object, an array or `null`; `var` is unchanged.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonGetScalarFromArray handle=\"hosts\" index=\"0\" var=\"primary\"/>"};
+
 }  // namespace api::json

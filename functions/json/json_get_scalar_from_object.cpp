@@ -26,4 +26,10 @@ void FunctionJsonGetScalarFromObject::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetScalarFromObject::doc{
+    L"Stores in `var` the boolean, number or string at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`: `true` or `false`, a number as `jsonSave` writes it, a string's text up to any NUL character.",
+    L"jsonGetScalarFromObject %s from handle %s and path %s\njsonGetScalarFromObject handle %s does not refer to a JSON object.\njsonGetScalarFromObject the specified value is not a scalar\njsonGetScalarFromObject end with %s",
+    L"True: `var` holds the value. False: `handle` holds no JSON object, the path is missing, or the value is an object, an array or `null`; `var` is unchanged.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetScalarFromObject handle=\"cfg\" xpath=\"server/port\" var=\"port\">\n  <onFalse><assign var=\"port\" value=\"443\"/></onFalse>\n</jsonGetScalarFromObject>"};
+
 }  // namespace api::json

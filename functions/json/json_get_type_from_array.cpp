@@ -19,4 +19,10 @@ void FunctionJsonGetTypeFromArray::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetTypeFromArray::doc{
+    L"Stores in `var` the type of element `index` of the array under `handle`: `object`, `array`, `string`, `boolean`, `number` or `null`. `index` is expanded when it runs and read like `stoi` (`2abc` is 2); 0 is the first element.",
+    L"jsonGetTypeFromArray for handle %s index %s into variable %s\nHandle %s does not refer to a JSON array\nCould not convert %s to an integer index\nIndex %s is out of bounds for array %s\njsonGetTypeFromArray end with %s",
+    L"True: `var` holds the type. False: `handle` holds no JSON array, or `index` has no digits or lies outside it; `var` is unchanged.",
+    L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetTypeFromArray handle=\"servers\" index=\"0\" var=\"type\"/>"};
+
 }  // namespace api::json

@@ -27,4 +27,10 @@ void FunctionJsonGetTypeFromObject::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonGetTypeFromObject::doc{
+    L"Stores in `var` the type of the value at the key path `xpath` below the object under `handle`: `object`, `array`, `string`, `boolean`, `number` or `null`. `xpath` is expanded when it runs and lists object keys separated by `/` (empty steps skipped, no array indexes); an empty one gives the handle's own value, which must be an object too.",
+    L"jsonGetTypeFromObject for handle %s with xpath %s into var %s\njsonGetTypeFromObject handle %s does not refer to a JSON object\njsonGetTypeFromObject the specified path does not refer to a JSON field\njsonGetTypeFromObject end with %s",
+    L"True: `var` holds the type. False: `handle` holds no JSON object, or a key of `xpath` is missing or its parent is no object; `var` is unchanged.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetTypeFromObject handle=\"cfg\" xpath=\"server/hosts\" var=\"type\"/>"};
+
 }  // namespace api::json

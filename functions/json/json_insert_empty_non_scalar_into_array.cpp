@@ -24,4 +24,10 @@ void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonInsertEmptyNonScalarIntoArray::doc{
+    L"Inserts an empty object or array (`type`: `object` or `array`, taken as written) into the array under `handle` before element `index` (the length appends); `index` is expanded when it runs and read like `stoi`.",
+    L"jsonInsertEmptyNonScalarIntoArray %s at index %s\njsonInsertEmptyNonScalarIntoArray handle %s does not refer to a JSON array\njsonInsertEmptyNonScalarIntoArray could not convert %s to an integer index\njsonInsertEmptyNonScalarIntoArray index %s is out of bounds for array %s\njsonInsertEmptyNonScalarIntoArray unrecognized non scalar type\njsonInsertEmptyNonScalarIntoArray end with %s",
+    L"True: the element is inserted. False: `handle` holds no JSON array, `index` has no digits or lies beyond the length, or `type` is neither `object` nor `array`; nothing changes.",
+    L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetArrayLength handle=\"servers\" var=\"count\"/>\n<jsonInsertEmptyNonScalarIntoArray handle=\"servers\" index=\"%count%\" type=\"object\"/>"};
+
 }  // namespace api::json

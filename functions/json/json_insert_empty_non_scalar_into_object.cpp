@@ -30,4 +30,10 @@ void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonInsertEmptyNonScalarIntoObject::doc{
+    L"Sets the member `name` (taken as written) of the object under `handle` itself to an empty object or array, as `type` says (`object` or `array`, taken as written), replacing any value of that name. `xpath` is expanded and logged but not used: the member always goes into the handle's own object.",
+    L"jsonInsertEmptyNonScalarIntoObject %s at path %s and name %s\njsonInsertEmptyNonScalarIntoObject handle %s does not refer to a JSON object\njsonInsertEmptyNonScalarIntoObject unrecognized non scalar type\njsonInsertEmptyNonScalarIntoObject end with %s",
+    L"True: the member is set. False: `handle` holds no JSON object, or `type` is neither `object` nor `array`; nothing changes.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonInsertEmptyNonScalarIntoObject handle=\"cfg\" xpath=\"\" name=\"plugins\" type=\"array\"/>"};
+
 }  // namespace api::json

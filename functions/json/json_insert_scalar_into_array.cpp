@@ -24,4 +24,10 @@ void FunctionJsonInsertScalarIntoArray::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonInsertScalarIntoArray::doc{
+    L"Inserts one scalar into the array under `handle` before element `index` (the length appends): `stringValue`, `numberValue` or `boolValue`, chosen and read as in `jsonInsertScalarIntoObject`. `index` and the value are expanded when it runs, `index` read like `stoi`; the document changes in memory only, until `jsonSave`.",
+    L"jsonInsertScalarIntoArray %s at index %s with value %s\njsonInsertScalarIntoArray handle %s does not refer to a JSON array\njsonInsertScalarIntoArray could not convert %s to an integer index\njsonInsertScalarIntoArray index %s is out of bounds for array %s\njsonInsertScalarIntoArray cannot convert value %s to number\njsonInsertScalarIntoArray cannot convert value %s to boolean\njsonInsertScalarIntoArray unrecognized value type\njsonInsertScalarIntoArray end with %s",
+    L"True: the element is inserted. False: `handle` holds no JSON array, `index` has no digits or lies beyond the length, or the value does not convert or is missing; nothing changes.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonInsertScalarIntoArray handle=\"hosts\" index=\"0\" stringValue=\"backup.local\"/>"};
+
 }  // namespace api::json

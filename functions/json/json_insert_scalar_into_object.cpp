@@ -32,4 +32,10 @@ void FunctionJsonInsertScalarIntoObject::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonInsertScalarIntoObject::doc{
+    L"Sets the member `name` (taken as written) of the object at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`, replacing any value of that name, to one scalar: `stringValue` (even empty), else a non-empty `numberValue` (read like `stod`: `8443`, `1.5e3`), else a non-empty `boolValue` (exactly `true`, `1`, `false` or `0`). The value is expanded when it runs; the document changes in memory only, until `jsonSave`.",
+    L"jsonInsertScalarIntoObject %s at %s with name %s and value %s\njsonInsertScalarIntoObject handle %s does not refer to a JSON object\njsonInsertScalarIntoObject the specified xpath does not refer to a JSON object\njsonInsertScalarIntoObject cannot convert value %s to number\njsonInsertScalarIntoObject cannot convert value %s to boolean\njsonInsertScalarIntoObject unrecognized value type\njsonInsertScalarIntoObject end with %s",
+    L"True: the member is set. False: `handle` holds no JSON object, the path is missing or holds no object, the value does not convert (a number without digits or out of range, another boolean text), or no value attribute is given; nothing changes.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonInsertScalarIntoObject handle=\"cfg\" xpath=\"server\" name=\"port\" numberValue=\"8443\"/>\n<jsonSave path=\"%enginedir%app.json\" handle=\"cfg\"/>"};
+
 }  // namespace api::json

@@ -19,4 +19,10 @@ void FunctionJsonRemoveFieldFromArray::execute() {
   setResult(true);
 }
 
+const engine::TagDoc FunctionJsonRemoveFieldFromArray::doc{
+    L"Removes element `index` from the array under `handle`; the elements after it move up one. `index` is expanded when it runs and read like `stoi`. It writes no end line.",
+    L"jsonRemoveFieldFromArray %s at index %s\njsonRemoveFieldFromArray handle %s does not refer to a JSON array\njsonRemoveFieldFromArray could not convert %s to an integer index\njsonRemoveFieldFromArray index %s is out of bounds for array %s",
+    L"True: the element is removed. False: `handle` holds no JSON array, or `index` has no digits or lies outside it.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonRemoveFieldFromArray handle=\"hosts\" index=\"0\"/>"};
+
 }  // namespace api::json

@@ -32,4 +32,10 @@ void FunctionJsonRemoveFieldFromObject::execute() {
   end(true, kEndTag);
 }
 
+const engine::TagDoc FunctionJsonRemoveFieldFromObject::doc{
+    L"Removes the member `name` (taken as written) from the object at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`; a member that is not there is no error. It ends with `jsonInsertEmptyNonScalarIntoArray`'s end line.",
+    L"jsonRemoveFieldFromObject %s at path %s with name %s\njsonRemoveFieldFromObject handle %s does not refer to a JSON object\njsonRemoveFieldFromObject the specified path does not refer to a JSON object\njsonInsertEmptyNonScalarIntoArray end with %s",
+    L"True: the member is gone, or was never there. False: `handle` holds no JSON object, or the path is missing or holds no object.",
+    L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonRemoveFieldFromObject handle=\"cfg\" xpath=\"server\" name=\"legacyPort\"/>"};
+
 }  // namespace api::json

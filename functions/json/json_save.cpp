@@ -41,4 +41,10 @@ void FunctionJsonSave::execute() {
   end(true);
 }
 
+const engine::TagDoc FunctionJsonSave::doc{
+    L"Writes the value under `handle` (a document, or a node's sub-tree) to the file `path`, expanded when it runs: compact, objects in key order, integral numbers below 2^53 as integers and others with 17 significant digits, UTF-8 without a byte-order mark. The file is replaced only once the whole text is on the disk; on failure it stays as it was. After a `jsonOpen` that failed to parse, `jsonSave` writes its file but answers False, until a `jsonOpen` parses a file again.",
+    L"jsonSave for handle %s to file %s\njsonSave handle %s does not refer to a JSON field.\njsonSave failed serializing JSON: %hs\njsonSave could not open or create file %s\njsonSave end with %s",
+    L"True: the file holds the value. False: `handle` names no JSON document or node (or a node whose value is gone), the file cannot be written (a missing directory, access denied, a file in use), or an earlier `jsonOpen` failed to parse (the file is written all the same).",
+    L"<jsonOpen path=\"C:\\Program Files\\App\\app.json\" handle=\"cfg\"/>\n<jsonInsertScalarIntoObject handle=\"cfg\" xpath=\"\" name=\"channel\" stringValue=\"stable\"/>\n<jsonSave path=\"C:\\Program Files\\App\\app.json\" handle=\"cfg\">\n  <onFalse><trace value=\"app.json not saved\"/></onFalse>\n</jsonSave>"};
+
 }  // namespace api::json

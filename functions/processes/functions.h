@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 
 namespace api::processes {
 
@@ -35,6 +36,7 @@ class FunctionProcessStart : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, directory_, arguments_;
@@ -45,6 +47,7 @@ class FunctionProcessWait : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring name_;
@@ -55,6 +58,7 @@ class FunctionProcessKill : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring name_;
@@ -64,6 +68,7 @@ class FunctionProcessChangeWorkingDir : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring to_;
@@ -73,6 +78,7 @@ class FunctionProcessImpersonateUser : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring domain_, user_, password_;
@@ -83,12 +89,14 @@ class FunctionProcessRevertToSelf : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters() { return engine::noParameters(); }
+  static const engine::TagDoc doc;
 };
 
 class FunctionProcessEntrypoint : public ProcessFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, entryPoint_, text_;

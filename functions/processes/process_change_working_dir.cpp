@@ -22,4 +22,10 @@ void FunctionProcessChangeWorkingDir::execute() {
   end(error);
 }
 
+const engine::TagDoc FunctionProcessChangeWorkingDir::doc{
+    L"Changes the interpreter's working directory to `to`, a full path expanded when it runs (it may be longer than 260 characters), and on success sets `currentdir` to it, ending in `\\`. Relative paths in later functions resolve there.",
+    L"processChangeWorkingDir function called for new working dir '%s'\nprocessChangeWorkingDir function end with %s. err:'%s'",
+    L"Error text: `2` a missing directory (`3` when more than its last part is missing), `123` a file, `5` access denied, or another Windows code.",
+    L"<processChangeWorkingDir to=\"C:\\Program Files\\App\"/>\n<processRun path=\"%currentdir%app.exe\" args=\"/register\" waittime=\"60000\"/>"};
+
 }  // namespace api::processes

@@ -37,4 +37,10 @@ void FunctionProcessEntrypoint::execute() {
   end(call.code, L"ProcessEntrypoint");
 }
 
+const engine::TagDoc FunctionProcessEntrypoint::doc{
+    L"Loads the DLL `path`, calls its export `entrypoint`, declared `extern \"C\" __declspec(dllexport) uint32_t name(int32_t number, const wchar_t* text)`, with `dllIntArgument` (default `0`, read when the script is prepared) and `dllTextArgument`, and unloads it again; the texts are expanded when it runs. The call runs on a thread of its own as the same user, so an export that crashes is logged and fails with `31` while the script goes on; nothing guards against an export that calls `exit()` or never returns. Its lines begin with `ProcessEntrypoint`, capital P.",
+    L"ProcessEntrypoint function from DLL %s. function:'%hs', with arguments: '%s;%d'\nProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'\nProcessEntrypoint function end with %s. err:'%s'",
+    L"Error text: the export's return value when it is not 0 (`258` reads `timeout`), `126` a DLL that cannot be found or loaded, `127` no such export (export names are ASCII), `31` the export crashed.",
+    L"<processEntrypoint path=\"C:\\Program Files\\App\\app.dll\" entrypoint=\"Register\" dllTextArgument=\"C:\\Program Files\\App\" dllIntArgument=\"1\">\n  <onerror><trace value=\"Register failed: %error%\"/></onerror>\n</processEntrypoint>"};
+
 }  // namespace api::processes

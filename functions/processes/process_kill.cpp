@@ -36,4 +36,10 @@ void FunctionProcessKill::execute() {
   end(kept);
 }
 
+const engine::TagDoc FunctionProcessKill::doc{
+    L"Ends every running process of the name `name` (expanded when it runs and matched as in `processWait`) with exit code 0, without waiting for it to go. A process that cannot be opened is only logged; one that cannot be ended is logged, and the others are still ended.",
+    L"processKill function called for '%s'\nCannot open process with pid %d for kill. Error:%d\nCannot terminate process %d. Error:%d\nprocessKill function end with %s. err:'%s'",
+    L"Error text: the Windows code of the first process that could not be ended (`5` access denied). None running, or only processes that cannot be opened, is success.",
+    L"<processKill name=\"C:\\Program Files\\App\\app.exe\"/>\n<processWait name=\"C:\\Program Files\\App\\app.exe\" waittime=\"10000\"/>"};
+
 }  // namespace api::processes

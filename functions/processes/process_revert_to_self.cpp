@@ -11,4 +11,9 @@ void FunctionProcessRevertToSelf::execute() {
   end(detail::endImpersonation(runtime()));
 }
 
+const engine::TagDoc FunctionProcessRevertToSelf::doc{
+    L"Ends an impersonation begun by `processImpersonateUser`: the interpreter acts as its own user again. Without an impersonation it succeeds all the same.",
+    L"processRevertToSelf function called\nprocessRevertToSelf function end with %s. err:'%s'", L"Error text: the Windows code of the revert, which does not fail in practice.",
+    L"<processImpersonateUser domain=\".\" username=\"update\" password=\"518DA6610C1C0B17F53D0327FC205E03\" encrypted=\"true\"/>\n<fileCopySingle src=\"\\\\server\\share\\app.dll\" dest=\"C:\\Program Files\\App\\app.dll\" failIfExists=\"false\"/>\n<processRevertToSelf/>"};
+
 }  // namespace api::processes

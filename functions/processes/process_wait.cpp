@@ -50,4 +50,10 @@ void FunctionProcessWait::execute() {
   end(waitForEach(detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
 }
 
+const engine::TagDoc FunctionProcessWait::doc{
+    L"Waits until every running process of the name `name` (expanded when it runs) has ended, for at most `waittime` milliseconds (read when the script is prepared; `-1`: no limit); none running is success at once. `name` is a bare file name (`app.exe`, any letter case), which matches every process started from a file of that name, or a full path, which matches only processes started from that very file; doubled backslashes count as one, except a leading `\\\\`. It waits for up to 64 processes at a time, each group with the whole `waittime`.",
+    L"processWait function called for '%s', wait %d ms\nCannot open process with pid %d. Error:%d\nprocessWait function end with %s. err:'%s'",
+    L"Error text: `timeout` a process still runs after `waittime`. A process that cannot be opened (it ended meanwhile, or access is denied) is logged and counts as ended.",
+    L"<processKill name=\"app.exe\"/>\n<processWait name=\"app.exe\" waittime=\"30000\">\n  <onerrorspec err=\"timeout\"><trace value=\"app.exe did not end\"/><exit code=\"4\"/></onerrorspec>\n</processWait>"};
+
 }  // namespace api::processes

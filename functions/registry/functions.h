@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 #include "functions/registry/detail/root_key.h"
 
 namespace api::registry {
@@ -42,6 +43,7 @@ class FunctionRegRead : public KeyErrorFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring var_, value_;
@@ -63,12 +65,18 @@ class NameList : public KeyErrorFunction {
 };
 
 class FunctionRegGetKeys : public NameList {
+ public:
+  static const engine::TagDoc doc;
+
  protected:
   REGSAM access() const override;
   uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
 };
 
 class FunctionRegGetValues : public NameList {
+ public:
+  static const engine::TagDoc doc;
+
  protected:
   REGSAM access() const override;
   uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
@@ -79,6 +87,7 @@ class FunctionRegWrite : public KeyErrorFunction {
   void execute() override;
   bool readAttributes() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring value_, data_, typeName_;
@@ -88,12 +97,14 @@ class FunctionRegWrite : public KeyErrorFunction {
 class FunctionRegExistsKey : public KeyFunction<FunctionRetBool> {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionRegCreateKey : public KeyErrorFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   bool volatile_ = false;
@@ -102,12 +113,14 @@ class FunctionRegCreateKey : public KeyErrorFunction {
 class FunctionRegDeleteKey : public KeyErrorFunction {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 };
 
 class FunctionRegDeleteValue : public KeyErrorFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring value_;

@@ -20,4 +20,10 @@ void FunctionRegCreateKey::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionRegCreateKey::doc{
+    L"Creates the key `root`\\`key` (`key` expanded when it runs) with any missing parents; an existing key is success and stays as it is. With `volatile=\"true\"` the keys it creates last only until Windows restarts.",
+    L"regCreateKey function called for %p\\%s\nregCreateKey function end with %s. err:'%s'",
+    L"Error text: `5` access denied, `1021` a lasting key under a volatile one, or another Windows code of the creation.",
+    L"<regCreateKey root=\"HKEY_CURRENT_USER\" key=\"Software\\Contoso\\App\\Session\" volatile=\"true\">\n  <onerror><trace value=\"no session key: %error%\"/></onerror>\n</regCreateKey>"};
+
 }  // namespace api::registry

@@ -33,4 +33,10 @@ void FunctionRegDeleteKey::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionRegDeleteKey::doc{
+    L"Deletes the key `root`\\`key` (`key` expanded when it runs) with everything below it, children first, logging each key as it goes. It stops at the first key it cannot delete; the keys deleted before stay deleted. An empty `key` stands for `root` itself: all below it that can be deleted goes.",
+    L"regDeleteKey function called for %p\\%s\nCannot enumerate registry keys for '%s'\nDeleting subkey '%s'\nregDeleteKey function end with %s. err:'%s'",
+    L"Error text: the code of the first key that could not be listed or deleted: `2` a missing key, `5` access denied.",
+    L"<regDeleteKey root=\"HKEY_CURRENT_USER\" key=\"Software\\Contoso\\OldApp\">\n  <onerrorspec err=\"2\"><trace value=\"OldApp was already removed\"/></onerrorspec>\n</regDeleteKey>"};
+
 }  // namespace api::registry

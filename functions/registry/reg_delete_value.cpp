@@ -21,4 +21,10 @@ void FunctionRegDeleteValue::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionRegDeleteValue::doc{
+    L"Deletes the value `value` (empty: the key's default value) of `root`\\`key`; `key` and `value` are expanded when it runs.",
+    L"regDeleteValue function called for %p\\%s\\%s\nregDeleteValue function end with %s. err:'%s'",
+    L"Error text: `2` a missing key or value, `5` access denied, or another Windows code of the delete.",
+    L"<regDeleteValue root=\"HKEY_CURRENT_USER\" key=\"Software\\Microsoft\\Windows\\CurrentVersion\\Run\" value=\"ContosoUpdater\"/>"};
+
 }  // namespace api::registry

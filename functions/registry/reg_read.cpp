@@ -47,4 +47,10 @@ void FunctionRegRead::execute() {
   logEnd(L"RegRead");
 }
 
+const engine::TagDoc FunctionRegRead::doc{
+    L"Stores in `var` the text form of the value `value` (empty: the key's default value) of `root`\\`key`: `REG_SZ` as it is, `REG_EXPAND_SZ` with environment references expanded, `REG_BINARY` as lower-case hex pairs, `REG_DWORD` and `REG_QWORD` as unsigned decimal, `REG_MULTI_SZ` joined with `|` (empty strings at the end dropped). `root` is one of the five predefined keys written exactly (the log shows its handle value, `FFFFFFFF80000002` for `HKEY_LOCAL_MACHINE`); `key` and `value` are expanded when it runs. On failure `var` keeps what it had; the end line is tagged `RegRead`.",
+    L"RegRead function called for %p\\%s\\%s store to %s\nRegRead function end with %s. err:'%s'",
+    L"Error text: `2` a missing key or value, `5` access denied, `1630` a type without a text form (`REG_NONE`, `REG_LINK`), or another Windows code of the read.",
+    L"<regRead root=\"HKEY_LOCAL_MACHINE\" key=\"SOFTWARE\\Contoso\\App\" value=\"Version\" var=\"installed\">\n  <onerrorspec err=\"2\"><assign var=\"installed\" value=\"0\"/></onerrorspec>\n</regRead>"};
+
 }  // namespace api::registry

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 #include "platform/owned.h"
 
 namespace api::services {
@@ -55,16 +56,19 @@ class ServiceStateChange : public ServiceFunction {
 class FunctionServiceStart : public ServiceStateChange {
  public:
   FunctionServiceStart();
+  static const engine::TagDoc doc;
 };
 
 class FunctionServiceStop : public ServiceStateChange {
  public:
   FunctionServiceStop();
+  static const engine::TagDoc doc;
 };
 
 class FunctionServiceDelete : public ServiceFunction {
  public:
   void execute() override;
+  static const engine::TagDoc doc;
 
  private:
   uint32_t remove(const std::wstring& name) const;
@@ -74,6 +78,7 @@ class FunctionServiceCreate : public ServiceFunction {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring displayName_, path_, group_, dependencies_;

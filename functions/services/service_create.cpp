@@ -62,4 +62,10 @@ void FunctionServiceCreate::execute() {
   finishWith(error);
 }
 
+const engine::TagDoc FunctionServiceCreate::doc{
+    L"Creates the service `name`, run as LocalSystem, from the numbers of `CreateService`, read when the script is prepared: `serviceType` (16 own process, 32 shared process, 1 kernel driver), `startType` (2 automatic, 3 on demand, 4 disabled), `errorControl` (0 ignore, 1 normal). `path` is the command line, quoted where it has blanks; `name`, `displayName` (default: the name) and `path` are expanded when it runs. `group` and `dependencies` are taken as written: `dependencies` lists the services (or, with a leading `+`, groups) that must run first, separated by `/`.",
+    L"serviceCreate function called for '%s'. Display name: '%s', serviceType: %d, startType: %d, errorControl: %d, path: '%s', group: '%s', depends: '%s'\nserviceCreate cannot open scm\nserviceCreate cannot create service\nserviceCreate function end with %s. err:'%s'",
+    L"Error text: the Windows code of the step that failed (logged before the end line): `5` access denied, `1073` the service exists, `1078` the display name is taken, `87` a number the service manager does not accept.",
+    L"<serviceCreate name=\"AppSvc\" displayName=\"Contoso App Service\" serviceType=\"16\" startType=\"2\" errorControl=\"1\" path=\"&quot;C:\\Program Files\\App\\svc.exe&quot; -service\" dependencies=\"Tcpip/Dhcp\"/>"};
+
 }  // namespace api::services

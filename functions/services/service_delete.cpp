@@ -22,4 +22,10 @@ uint32_t FunctionServiceDelete::remove(const std::wstring& name) const {
   return 0;
 }
 
+const engine::TagDoc FunctionServiceDelete::doc{
+    L"Deletes the service `name`, expanded when it runs. A running service is not stopped first: it is only marked for deletion and goes once it stops, so stop it with `serviceStop` before.",
+    L"serviceDelete function called for '%s'\nserviceDelete cannot open scm\nserviceDelete cannot open service\nserviceDelete failed\nserviceDelete function end with %s. err:'%s'",
+    L"Error text: the Windows code of the step that failed (logged before the end line): `5` access denied, `1060` no such service, `1072` it is marked for deletion already.",
+    L"<serviceStop name=\"OldSvc\" waittime=\"30000\"/>\n<serviceDelete name=\"OldSvc\">\n  <onerrorspec err=\"1060\"><trace value=\"OldSvc was removed before\"/></onerrorspec>\n</serviceDelete>"};
+
 }  // namespace api::services

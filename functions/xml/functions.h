@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/function.h"
+#include "engine/registry.h"
 
 namespace api::xml {
 
@@ -17,6 +18,7 @@ class FunctionXmlOpen : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, handle_;
@@ -27,6 +29,7 @@ class FunctionXmlClose : public FunctionBase {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_;
@@ -36,6 +39,7 @@ class FunctionXmlSave : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring path_, handle_;
@@ -45,6 +49,7 @@ class FunctionXmlAddChild : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring xpath_, handle_, data_, insertBefore_, insertAfter_, cdata_;
@@ -55,6 +60,7 @@ class FunctionXmlRemoveChild : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_, xpath_;
@@ -64,6 +70,7 @@ class FunctionXmlSetValue : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_, xpath_, value_;
@@ -73,6 +80,7 @@ class FunctionXmlGetValue : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring xpath_, handle_, var_;
@@ -83,6 +91,7 @@ class FunctionXmlGetElement : public FunctionRetError {
  public:
   void execute() override;
   static const Parameters& parameters();
+  static const engine::TagDoc doc;
 
  private:
   std::wstring handle_, xpath_, destHandle_;

@@ -15,4 +15,9 @@ void FunctionXmlClose::execute() {
   handles().close(handle_);
 }
 
+const engine::TagDoc FunctionXmlClose::doc{
+    L"Releases what the handle name `handle` holds and frees the name: a document is destroyed, and element handles into it are refused from then on; closing an element handle frees nothing else. An unknown name is no error, and a handle of any other kind is closed too.",
+    L"xmlClose for handle: %s", L"No result: a plain function has no handlers.",
+    L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlGetValue handle=\"cfg\" xpath=\"appSettings/add[@key='Mode']/@value\" var=\"mode\"/>\n<xmlClose handle=\"cfg\"/>"};
+
 }  // namespace api::xml

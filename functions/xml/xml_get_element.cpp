@@ -34,4 +34,10 @@ void FunctionXmlGetElement::execute() {
   logEnd(L"xmlGetValue");
 }
 
+const engine::TagDoc FunctionXmlGetElement::doc{
+    L"Stores under the handle name `destHandle` an element handle for the first element `xpath` finds from the context of `handle` (empty or absent: the context element itself), replacing what the name held. XPath given that handle starts at its element; the handle is refused once the element is removed or its document closed. It ends with `xmlGetValue`'s end line.",
+    L"xmlGetElement in '%s' at '%s'. destHandle: '%s'\nxmlGetValue function end with %s. err:'%s'",
+    L"Error text: `6` an unknown or stale handle, `1168` a document without root element, `3` `xpath` does not parse or finds no element; `destHandle` then keeps what it held.",
+    L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlGetElement handle=\"cfg\" xpath=\"servers/server[@name='alpha']\" destHandle=\"alpha\"/>\n<xmlSetValue handle=\"alpha\" xpath=\"./@port\" value=\"8443\"/>"};
+
 }  // namespace api::xml

@@ -29,4 +29,10 @@ void FunctionXmlGetValue::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionXmlGetValue::doc{
+    L"Stores in `var` the XPath string value of `xpath`, expanded when it runs, from the context of `handle` (a document's root element, or the element of an element handle): the text of the first node found, an attribute's value, a number, `true` or `false`; an expression that finds nothing gives the empty text.",
+    L"xmlGetValue in '%s' at '%s'. variable: '%s'\nxmlGetValue function end with %s. err:'%s'",
+    L"Error text: `6` an unknown or stale handle, `1168` a document without root element, `3` an `xpath` that does not parse or cannot be evaluated (a namespace prefix, an unknown function); `var` then keeps what it had.",
+    L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlGetValue handle=\"cfg\" xpath=\"appSettings/add[@key='Mode']/@value\" var=\"mode\"/>\n<trace value=\"mode: %mode%\"/>"};
+
 }  // namespace api::xml

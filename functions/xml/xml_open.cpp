@@ -29,4 +29,10 @@ void FunctionXmlOpen::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionXmlOpen::doc{
+    L"Loads the XML file `path`, expanded when it runs, into a document under the handle name `handle` (taken as written), replacing and freeing a document already under that name. A file that is not well-formed XML (a forbidden character reference, text after the root element) is refused; a failed open stores nothing, and the name keeps what it held.",
+    L"xmlOpen from '%s'.handle: %s\nxmlOpen function end with %s. err:'%s'",
+    L"Error text: `2` a missing file or one that is not well-formed XML, `3` a missing directory, `5` access denied, `32` a file in use, or another Windows code of the read.",
+    L"<xmlOpen path=\"C:\\Program Files\\App\\app.config\" handle=\"cfg\">\n  <onerror><trace value=\"app.config not loaded: %error%\"/><exit code=\"1\"/></onerror>\n</xmlOpen>"};
+
 }  // namespace api::xml

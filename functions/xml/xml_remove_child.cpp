@@ -33,4 +33,10 @@ void FunctionXmlRemoveChild::execute() {
   logEnd(L"xmlAddChild");
 }
 
+const engine::TagDoc FunctionXmlRemoveChild::doc{
+    L"Removes the first node `xpath` (expanded when it runs) finds from the context of `handle`, with everything below it; element handles into the removed part are refused from then on. It ends with `xmlAddChild`'s end line.",
+    L"xmlRemoveChild in '%s' at '%s'\nxmlAddChild function end with %s. err:'%s'",
+    L"Error text: `6` an unknown or stale handle, `1168` a document without root element, or `xpath` finds nothing it can remove (also when it does not parse or finds an attribute).",
+    L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlRemoveChild handle=\"cfg\" xpath=\"servers/server[@name='old']\">\n  <onerrorspec err=\"1168\"><trace value=\"no old server entry\"/></onerrorspec>\n</xmlRemoveChild>"};
+
 }  // namespace api::xml

@@ -27,4 +27,10 @@ void FunctionXmlSave::execute() {
   logEnd();
 }
 
+const engine::TagDoc FunctionXmlSave::doc{
+    L"Saves the document under `handle` to `path`, expanded when it runs (empty or absent: the file it was opened from), in TinyXML's layout: an element a line, indented 4 spaces a level up to 10 levels, CR LF line ends; values, comments, CDATA sections, the declaration and a byte-order mark are kept. The file is replaced only once the whole text is on the disk; on failure it stays as it was.",
+    L"xmlSave in '%s'.handle: %s\nxmlSave function end with %s. err:'%s'",
+    L"Error text: `6` `handle` holds no document (an element handle neither), or the Windows code of the step that failed, e.g. `3` a missing directory, `5` access denied (a read-only file, a directory), `32` a file in use.",
+    L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlSetValue handle=\"cfg\" xpath=\"appSettings/add[@key='Mode']/@value\" value=\"Production\"/>\n<xmlSave path=\"\" handle=\"cfg\">\n  <onerror><trace value=\"app.config not saved: %error%\"/></onerror>\n</xmlSave>"};
+
 }  // namespace api::xml

@@ -4,10 +4,12 @@
 #include <tinyxml.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "engine/cipher_text.h"
 #include "engine/engine.h"
@@ -26,6 +28,17 @@ std::string validValue(const engine::Parameter& p) {
     case engine::Form::Choice: return platform::toUtf8(p.choices.front());
     default: return "x";
   }
+}
+
+// Whether the XML text holds an element `name`, with or without attributes
+// (`<name/>` counts; `<nameSuffix` does not).
+bool hasElement(const std::string& xml, const std::string& name) {
+  const std::string open = "<" + name;
+  for (size_t at = xml.find(open); at != std::string::npos; at = xml.find(open, at + 1)) {
+    const size_t after = at + open.size();
+    if (after < xml.size() && std::string_view(" \t\r\n/>").find(xml[after]) != std::string_view::npos) return true;
+  }
+  return false;
 }
 
 // Prepares a script of one `tag` element carrying every described attribute
@@ -52,6 +65,26 @@ class Vocabulary : public ::testing::Test {
     std::ifstream in(trace);
     log.assign(std::istreambuf_iterator<char>(in), {});
     return prepared;
+  }
+
+  // The first handler in the function list `list` that its function's kind
+  // does not run (preparation passes over it in silence), as "tag/handler";
+  // empty when there is none.
+  std::string misplacedHandler(const TiXmlElement& list) const {
+    for (const TiXmlElement* f = list.FirstChildElement(); f; f = f->NextSiblingElement()) {
+      const engine::Tag* tag = registry.lookup(platform::fromUtf8(f->Value()));
+      if (!tag) continue;
+      const auto handlers = engine::handlerNames(tag->kind);
+      for (const TiXmlElement* h = f->FirstChildElement(); h; h = h->NextSiblingElement()) {
+        const std::wstring handler = platform::fromUtf8(h->Value());
+        if (std::find(handlers.begin(), handlers.end(), handler) == handlers.end()) {
+          if (handler != L"data") return std::string(f->Value()) + "/" + h->Value();
+        } else if (std::string inner = misplacedHandler(*h); !inner.empty()) {
+          return inner;
+        }
+      }
+    }
+    return {};
   }
 
   const engine::FunctionRegistry registry = api::makeFunctionRegistry();
@@ -88,13 +121,43 @@ TEST_F(Vocabulary, EveryTagIsDocumentedWithAnExampleThatPrepares) {
       EXPECT_TRUE(text && *text) << name;
     if (!tag->doc->example) continue;
     const std::string example = platform::toUtf8(tag->doc->example);
-    EXPECT_NE(example.find("<" + name + " "), std::string::npos) << name << " is not in its example";
+    EXPECT_TRUE(hasElement(example, name)) << name << " is not in its example";
     TiXmlDocument document;
     document.Parse(("<script version=\"1.1\">" + example + "</script>").c_str());
     ASSERT_FALSE(document.Error()) << name << ": " << document.ErrorDesc();
     engine::Engine engine(registry);
     EXPECT_TRUE(engine.prepare(document, {})) << name << "\n" << example;
+    EXPECT_EQ(misplacedHandler(*document.RootElement()), "") << name;
     engine.reset();
+  }
+}
+
+// The reference names every attribute of a tag, its log lines are templates
+// of the log's own conversions, and they end as the tag's kind makes them end.
+TEST_F(Vocabulary, ReferenceNamesEveryAttributeAndTheEndLineOfItsKind) {
+  for (const engine::Tag* tag : registry.tags()) {
+    if (!tag->doc || !tag->doc->summary || !tag->doc->results || !tag->doc->log) continue;
+    const std::string name = platform::toUtf8(tag->name);
+    const std::string prose = platform::toUtf8(tag->doc->summary) + platform::toUtf8(tag->doc->results);
+    for (const engine::Parameter& p : tag->parameters()) {
+      // `name` or `name="value"`.
+      const std::string attribute = '`' + platform::toUtf8(p.name);
+      size_t at = prose.find(attribute);
+      while (at != std::string::npos && std::string_view("`=").find(prose[at + attribute.size()]) == std::string_view::npos)
+        at = prose.find(attribute, at + 1);
+      EXPECT_NE(at, std::string::npos) << name << " leaves out " << attribute << '`';
+    }
+    const std::string log = platform::toUtf8(tag->doc->log);
+    for (size_t at = log.find('%'); at != std::string::npos; at = log.find('%', at + 1)) {
+      const std::string_view rest = std::string_view(log).substr(at + 1);
+      EXPECT_TRUE(rest.starts_with("s") || rest.starts_with("d") || rest.starts_with("p") || rest.starts_with("hs"))
+          << name << ": " << log.substr(at, 4);
+    }
+    const bool errorEnd = log.find(" function end with %s. err:'%s'") != std::string::npos;
+    EXPECT_EQ(errorEnd, tag->kind == engine::FunctionKind::Error) << name;
+    if (tag->kind == engine::FunctionKind::Plain) {
+      EXPECT_EQ(log.find(" end with "), std::string::npos) << name;
+    }
   }
 }
 

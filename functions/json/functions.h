@@ -75,7 +75,8 @@ class FunctionJsonOpen : public engine::FunctionRetBool {
 };
 
 // Neither sets nor logs a result.
-class FunctionJsonClose : public FunctionJsonManipulator {
+// Plain: it has no result, so it takes no handlers.
+class FunctionJsonClose : public engine::FunctionBase {
  public:
   void execute() override;
   static const engine::TagDoc doc;

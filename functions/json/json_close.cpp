@@ -16,7 +16,7 @@ void FunctionJsonClose::execute() {
 const engine::TagDoc FunctionJsonClose::doc{
     L"Releases what the handle name `handle` holds (a document, a node, or a handle of any other kind) and frees the name; an unknown name is no error. Nodes into a closed document stay, but refer to nothing.",
     L"jsonClose for handle %s",
-    L"No result: it sets none and writes no end line. It takes `onTrue` and `onFalse` like the other JSON functions, but its result stays False, so `onFalse` always runs.",
+    L"No result: a plain function writes no end line and takes no handlers.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetScalarFromObject handle=\"cfg\" xpath=\"version\" var=\"version\"/>\n<jsonClose handle=\"cfg\"/>"};
 
 }  // namespace api::json

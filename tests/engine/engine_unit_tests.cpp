@@ -162,7 +162,7 @@ TEST_F(Vocabulary, ReferenceNamesEveryAttributeAndTheEndLineOfItsKind) {
 }
 
 TEST_F(Vocabulary, KindsFollowTheClassesAndHandlersTheKinds) {
-  for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose"})
+  for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose", L"jsonClose"})
     EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;
   for (const wchar_t* tag : {L"traceSetFile", L"dirCreate", L"xmlOpen"})
     EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Error) << tag;

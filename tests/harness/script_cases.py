@@ -31,7 +31,7 @@ case's own directory, and {caserel} the case's directory relative to the work
 directory, with forward slashes (for URLs of a server that serves the latter).
 Bash sections get `win` (runs a Windows program in the test prefix),
 `await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
-[none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
+[none|rw|delete|read]]` (starts the helper that keeps FILE open, or just runs, and
 waits until it is ready), `release` (tells it to stop and waits until it has),
 `remove_service NAME...` (stops and deletes services, waiting up to 10 s until
 each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the

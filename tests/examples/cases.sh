@@ -24,3 +24,20 @@ install_service() {
   for _ in $(seq 100); do grep -q started marker.txt 2>/dev/null && return 0; sleep 0.1; done
   echo "service $1 did not start within 10 s" >&2; return 1
 }
+
+# as_shipped NAME: lays out the case directory as a checkout is: the interpreter in prog/ (run
+# it with "program: prog/upkeep.exe") and the samples in examples/data/, where the scripts look
+# for them (%enginedir%..\examples\data).
+as_shipped() {
+  example "$1"
+  mkdir -p prog examples/data
+  cp "$UPKEEP" prog/ && cp "$EXAMPLES"/data/* examples/data/
+}
+
+# tempcopy NAME: the Linux path of %TEMP%\UpkeepExamples\NAME, where the scripts change their
+# copy of a sample.
+tempcopy() {
+  local temp
+  temp=$(win cmd /c 'echo %TEMP%' | tr -d '\r')
+  echo "$(win winepath -u "$temp" | tr -d '\r')/UpkeepExamples/$1"
+}

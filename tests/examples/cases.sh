@@ -34,10 +34,19 @@ as_shipped() {
   cp "$UPKEEP" prog/ && cp "$EXAMPLES"/data/* examples/data/
 }
 
-# tempcopy NAME: the Linux path of %TEMP%\UpkeepExamples\NAME, where the scripts change their
-# copy of a sample.
-tempcopy() {
+# temp_file NAME: the Linux path of %TEMP%\UpkeepExamples\NAME, where the scripts put what
+# they make when no /var names a place. Cases remove only their own file there: the files of
+# this directory run at the same time.
+temp_file() {
   local temp
   temp=$(win cmd /c 'echo %TEMP%' | tr -d '\r')
   echo "$(win winepath -u "$temp" | tr -d '\r')/UpkeepExamples/$1"
+}
+
+# signed_program NAME: a copy of a helper program signed with a throw-away certificate (Wine
+# checks the signature's digest, not the certificate's trust).
+signed_program() {
+  openssl req -x509 -newkey rsa:2048 -nodes -keyout key.pem -out cert.pem -days 3650 \
+    -subj "/CN=Upkeep Example Signer" -addext "extendedKeyUsage=codeSigning" 2>/dev/null
+  osslsigncode sign -certs cert.pem -key key.pem -h sha256 -in "$HELPERS/child.exe" -out "$1" >/dev/null
 }

@@ -28,10 +28,12 @@ An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
 the interpreter's directory (the one that runs) and {casedir} that of the
 case's own directory, and {caserel} the case's directory relative to the work
-directory, with forward slashes (for URLs of a server that serves the latter).
+directory, with forward slashes (for URLs of a server that serves the latter);
+{http} is that server's base URL and {http_closed} one nobody listens on
+(UPKEEP_HTTP and UPKEEP_HTTP_CLOSED, see tests/harness/http_server.py).
 Bash sections get `win` (runs a Windows program in the test prefix),
 `await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
-[none|rw|delete]]` (starts the helper that keeps FILE open, or just runs, and
+[none|rw|delete|read]]` (starts the helper that keeps FILE open, or just runs, and
 waits until it is ready), `release` (tells it to stop and waits until it has),
 `remove_service NAME...` (stops and deletes services, waiting up to 10 s until
 each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the
@@ -228,6 +230,8 @@ def run_steps(case, opts, workdir, env):
     arg_text = case["args"].replace("{exedir}", windows_path(os.path.dirname(exe)))
     arg_text = arg_text.replace("{casedir}", windows_path(workdir))
     arg_text = arg_text.replace("{caserel}", os.path.relpath(workdir, opts.work).replace(os.sep, "/"))
+    for key, name in (("{http}", "UPKEEP_HTTP"), ("{http_closed}", "UPKEEP_HTTP_CLOSED")):
+        arg_text = arg_text.replace(key, os.environ.get(name, key))
     lexer = shlex.shlex(arg_text, posix=True)
     lexer.whitespace_split, lexer.escape = True, ""  # backslashes are Windows paths
     args = list(lexer)

@@ -1,6 +1,8 @@
 // Holds a file open (or just runs, so that its own exe is in use) until the
 // file "held.stop" appears in the current directory, or for 60 seconds.
-//   hold_file.exe [<file> [none|rw|delete]]
+//   hold_file.exe [<file> [none|rw|delete|read]]
+// Opens the file for reading and writing, sharing what the second argument names (default
+// none); "read" opens it for reading only and shares reading, as a program that has loaded it.
 // Creates "held.ready" once the file (or directory) is open and removes it on exit.
 #include <windows.h>
 
@@ -10,9 +12,14 @@ int wmain(int argc, wchar_t** argv) {
   HANDLE held = INVALID_HANDLE_VALUE;
   if (argc > 1) {
     DWORD share = 0;
+    DWORD access = GENERIC_READ | GENERIC_WRITE;
     if (argc > 2 && std::wcscmp(argv[2], L"rw") == 0) share = FILE_SHARE_READ | FILE_SHARE_WRITE;
     if (argc > 2 && std::wcscmp(argv[2], L"delete") == 0) share = FILE_SHARE_DELETE;
-    held = CreateFileW(argv[1], GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_ALWAYS,
+    if (argc > 2 && std::wcscmp(argv[2], L"read") == 0) {
+      share = FILE_SHARE_READ;
+      access = GENERIC_READ;
+    }
+    held = CreateFileW(argv[1], access, share, nullptr, OPEN_ALWAYS,
                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (held == INVALID_HANDLE_VALUE) return static_cast<int>(GetLastError());
   }

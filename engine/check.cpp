@@ -100,9 +100,11 @@ class Walker {
   }
 
  private:
+  // Last child first, so that elements are visited in the order of the file
+  // and each name's first use is the one reported.
   static void pushChildren(const TiXmlElement& parent, std::vector<const TiXmlElement*>& pending) {
-    for (const TiXmlElement* child = parent.FirstChildElement(); child; child = child->NextSiblingElement())
-      pending.push_back(child);
+    for (const TiXmlNode* child = parent.LastChild(); child; child = child->PreviousSibling())
+      if (const TiXmlElement* element = child->ToElement()) pending.push_back(element);
   }
 
   void visit(const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {

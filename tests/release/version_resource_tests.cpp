@@ -1,6 +1,7 @@
 // Reads back, through the same Windows calls Explorer, PowerShell and deployment
 // tools use, the version resource and the application manifest of each program
-// the release ships.
+// the release ships: those in the build directory, or in UPKEEP_PROGRAM_DIR when
+// it is set (the package test points it at the unpacked archive).
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -14,7 +15,11 @@ namespace {
 
 const wchar_t* const kPrograms[] = {L"upkeep.exe", L"upkeep-password.exe", L"upkeep-check.exe"};
 
-std::wstring programPath(const std::wstring& file) { return std::wstring(UPKEEP_BUILD_DIR) + L"\\" + file; }
+std::wstring programPath(const std::wstring& file) {
+  wchar_t directory[MAX_PATH] = {};
+  const DWORD length = GetEnvironmentVariableW(L"UPKEEP_PROGRAM_DIR", directory, MAX_PATH);
+  return (length > 0 && length < MAX_PATH ? std::wstring(directory) : std::wstring(UPKEEP_BUILD_DIR)) + L"\\" + file;
+}
 
 std::vector<BYTE> versionInfo(const std::wstring& path) {
   DWORD ignored = 0;

@@ -29,14 +29,19 @@ void FunctionRegDeleteKey::execute() {
   clearResult();
   const std::wstring key = this->key();
   engine::log(L"regDeleteKey function called for %p\\%s", root(), key.c_str());
-  if (const uint32_t error = deleteTree(root(), key)) fail(error);
+  // An empty key (a variable that expanded to nothing) would name the root
+  // itself, and the delete would take everything below it.
+  if (key.find_first_not_of(L'\\') == std::wstring::npos)
+    fail(ERROR_INVALID_PARAMETER);
+  else if (const uint32_t error = deleteTree(root(), key))
+    fail(error);
   logEnd();
 }
 
 const engine::TagDoc FunctionRegDeleteKey::doc{
-    L"Deletes the key `root`\\`key` (`key` expanded when it runs) with everything below it, children first, logging each key as it goes. It stops at the first key it cannot delete; the keys deleted before stay deleted. An empty `key` stands for `root` itself: all below it that can be deleted goes.",
+    L"Deletes the key `root`\\`key` (`key` expanded when it runs) with everything below it, children first, logging each key as it goes. It stops at the first key it cannot delete; the keys deleted before stay deleted. A `key` that expands to nothing (or only backslashes) would name the root itself, and fails with 87 without deleting anything.",
     L"regDeleteKey function called for %p\\%s\nCannot enumerate registry keys for '%s'\nDeleting subkey '%s'\nregDeleteKey function end with %s. err:'%s'",
-    L"Error text: the code of the first key that could not be listed or deleted: `2` a missing key, `5` access denied.",
+    L"Error text: the code of the first key that could not be listed or deleted: `2` a missing key, `5` access denied; `87` for an empty `key`.",
     L"<regDeleteKey root=\"HKEY_CURRENT_USER\" key=\"Software\\Contoso\\OldApp\">\n  <onerrorspec err=\"2\"><trace value=\"OldApp was already removed\"/></onerrorspec>\n</regDeleteKey>"};
 
 }  // namespace api::registry

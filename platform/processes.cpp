@@ -25,7 +25,10 @@ std::wstring firstModulePath(uint32_t id) {
   return Module32FirstW(modules.get(), &module) ? module.szExePath : std::wstring();
 }
 
+// A process whose executable name is not known yet (under Wine, one still
+// starting from a Unix shell) matches nothing, so an empty name ends nothing.
 bool matches(const PROCESSENTRY32W& process, const std::wstring& name) {
+  if (process.szExeFile[0] == L'\0') return false;
   if (name.find(L'\\') == std::wstring::npos) return sameIgnoringCase(process.szExeFile, name.c_str());
   if (!sameIgnoringCase(process.szExeFile, PathFindFileNameW(name.c_str()))) return false;
   const std::wstring path = firstModulePath(process.th32ProcessID);
@@ -65,10 +68,27 @@ uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids) {
   return 0;
 }
 
-UniqueProcess openProcess(uint32_t id, uint32_t access, uint32_t& error) {
+// Whether the process behind `id` still runs the executable `name`, asked
+// while the caller holds a handle to it, so the id cannot change owner during
+// the question. When it cannot be asked, the snapshot's answer stands.
+bool stillNamed(uint32_t id, const std::wstring& name) {
+  const UniqueProcess query(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
+  if (!query) return true;
+  std::wstring path(kCommandLineCapacity, L'\0');
+  DWORD size = static_cast<DWORD>(path.size());
+  if (!QueryFullProcessImageNameW(query.get(), 0, path.data(), &size)) return true;
+  path.resize(size);
+  if (name.find(L'\\') != std::wstring::npos) return sameIgnoringCase(path.c_str(), name.c_str());
+  return sameIgnoringCase(PathFindFileNameW(path.c_str()), name.c_str());
+}
+
+UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t access, uint32_t& error) {
   UniqueProcess process(OpenProcess(access, FALSE, id));
   error = process ? 0 : GetLastError();
-  return process;
+  if (!process || stillNamed(id, name)) return process;
+  // The process ended after the search and its id went to another one.
+  error = ERROR_INVALID_PARAMETER;
+  return {};
 }
 
 uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {

@@ -26,13 +26,16 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
 // The ids of running processes, in snapshot order, whose executable is `name`:
 // a name without "\" is compared with the executable's file name, a path with
 // the full path of the process's first module, both ignoring case. A process
-// whose modules cannot be read does not match. Returns 0 or the error that
+// whose modules cannot be read does not match, nor one whose name is not known
+// yet, so an empty name finds nothing. Returns 0 or the error that
 // stopped the search.
 uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids);
 
-// The process with that id opened for `access`; when it cannot be opened the
-// owner is empty and `error` holds why.
-UniqueProcess openProcess(uint32_t id, uint32_t access, uint32_t& error);
+// The process with that id, found by `findProcesses(name)`, opened for
+// `access`; when it cannot be opened the owner is empty and `error` holds why.
+// An id that has passed to a process of another executable since the search
+// is refused with 87, as an id whose process has gone.
+UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t access, uint32_t& error);
 
 // Waits until all processes (at most 64) have ended: 0, else what the wait
 // returned (258 when time ran out).

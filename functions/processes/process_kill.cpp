@@ -23,7 +23,7 @@ void FunctionProcessKill::execute() {
   uint32_t kept = 0;
   for (const uint32_t id : detail::processesNamed(name)) {
     uint32_t error = 0;
-    const platform::UniqueProcess process = platform::openProcess(id, PROCESS_TERMINATE, error);
+    const platform::UniqueProcess process = platform::openProcessNamed(id, name, PROCESS_TERMINATE, error);
     if (!process) {
       engine::log(L"Cannot open process with pid %d for kill. Error:%d", id, error);
       continue;

@@ -1,6 +1,7 @@
 #include "engine/engine.h"
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 
 namespace engine {
 namespace {
@@ -26,7 +27,7 @@ void Engine::run() {
 
 FunctionBase* Engine::step(FunctionBase* f) {
   if (const std::wstring* target = f->jumpTarget()) {
-    log(L"GoTo label '%s'", target->c_str());
+    log(kGoTo, target->c_str());
     return label(*target);
   }
   f->execute();
@@ -34,18 +35,18 @@ FunctionBase* Engine::step(FunctionBase* f) {
   if (f->kind() == FunctionKind::Bool) {
     auto* b = static_cast<FunctionRetBool*>(f);
     if (!b->getResult() && b->falseHandler) {
-      log(L"Entering onFalse handler.");
+      log(kEnterOnFalse);
       return b->falseHandler.get();
     }
     if (b->getResult() && b->trueHandler) {
-      log(L"Entering onTrue handler.");
+      log(kEnterOnTrue);
       return b->trueHandler.get();
     }
   } else if (f->kind() == FunctionKind::Error) {
     auto* e = static_cast<FunctionRetError*>(f);
     if (!e->hasError()) {
       if (e->successHandler) {
-        log(L"Entering onsuccess handler.");
+        log(kEnterOnSuccess);
         return e->successHandler.get();
       }
       return continuation(f);
@@ -53,17 +54,15 @@ FunctionBase* Engine::step(FunctionBase* f) {
     const std::wstring error = e->getErrorText();
     runtime_.variables.set(L"error", error);
     if (auto it = e->errorHandlers.find(error); it != e->errorHandlers.end()) {
-      // No full stop before "err=", unlike the other handlers: the program's
-      // established wording, which scripts and log readers match.
-      log(L"Entering onerrorspec handler err='%s'", error.c_str());
+      log(kEnterOnErrorSpec, error.c_str());
       return it->second.get();
     }
     if (e->errorHandler) {
-      log(L"Entering onerror handler. err='%s'", error.c_str());
+      log(kEnterOnError, error.c_str());
       return e->errorHandler.get();
     }
     if (!runtime_.errorTarget.empty()) {
-      log(L"Entering onErrorGoTo handler. err='%s'", error.c_str());
+      log(kEnterOnErrorGoTo, error.c_str());
       return label(runtime_.errorTarget);
     }
   }

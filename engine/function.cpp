@@ -2,6 +2,7 @@
 
 #include "engine/integer.h"
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "platform/error_text.h"
 #include "platform/format.h"
 
@@ -56,18 +57,17 @@ void FunctionRetError::clearResult() {
 }
 
 void FunctionRetError::logEnd(const wchar_t* tag) const {
-  log(L"%s function end with %s. err:'%s'", tag ? tag : name().c_str(), failed_ ? L"error" : L"success",
-      errorText_.c_str());
+  log(kErrorEnd, tag ? tag : name().c_str(), failed_ ? L"error" : L"success", errorText_.c_str());
 }
 
 void FunctionRetBool::finish(bool result) {
   result_ = result;
-  log(L"%s function end with %s.", name().c_str(), result ? L"True" : L"False");
+  log(kBoolEnd, name().c_str(), result ? L"True" : L"False");
 }
 
 void FunctionRetBool::finishAs(const std::wstring& subject, bool result) {
   result_ = result;
-  log(L"%s end with %s", subject.c_str(), result ? L"True" : L"False");
+  log(kSubjectEnd, subject.c_str(), result ? L"True" : L"False");
 }
 
 }  // namespace engine

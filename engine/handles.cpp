@@ -1,6 +1,7 @@
 #include "engine/handles.h"
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 
 namespace engine {
 
@@ -16,7 +17,7 @@ void HandleTable::store(const std::wstring& name, std::unique_ptr<HandleObject> 
 
 void HandleTable::cleanUp() {
   for (auto& [name, entry] : entries_)
-    log(L"Freeing leak: %p of type %d", static_cast<void*>(entry.object.get()), static_cast<int>(entry.kind));
+    log(kFreeingLeak, static_cast<void*>(entry.object.get()), static_cast<int>(entry.kind));
   entries_.clear();
 }
 

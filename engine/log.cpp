@@ -25,7 +25,7 @@ LogState& state() {
 
 }  // namespace
 
-void log(const wchar_t* format, ...) {
+void logFormatted(const wchar_t* format, ...) {
   LogState& s = state();
   va_list args;
   va_start(args, format);

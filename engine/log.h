@@ -3,11 +3,20 @@
 // debugger under /debug, and to the trace file when one is open.
 #include <cstdint>
 #include <string>
+#include <type_traits>
+
+#include "engine/log_line.h"
 
 namespace engine {
 
-// Formats like the C runtime's wide printf (%s is a wide string).
-void log(const wchar_t* format, ...);
+// Formats like the C runtime's wide printf (%s is a wide string); the
+// template is checked against the arguments when the program is compiled.
+void logFormatted(const wchar_t* format, ...);
+
+template <class... Args>
+void log(CheckedFormat<std::type_identity_t<Args>...> format, Args... args) {
+  logFormatted(format.text(), args...);
+}
 
 void setDebugOutput(bool enabled);
 

@@ -1,6 +1,25 @@
 #include "engine/registry.h"
 
+#include <string_view>
+
 namespace engine {
+namespace {
+
+// The template as the reference shows it: a leading "%s" replaced by its subject.
+std::wstring shown(const LogLine& line) {
+  const std::wstring_view format = line.format;
+  if (!line.subject || !format.starts_with(L"%s")) return std::wstring(format);
+  return line.subject + std::wstring(format.substr(2));
+}
+
+}  // namespace
+
+TagDoc::TagDoc(const wchar_t* summary, std::initializer_list<LogLine> lines, const wchar_t* results,
+               const wchar_t* example)
+    : summary(summary), log(nullptr), results(results), example(example), lines_(lines) {
+  for (const LogLine& line : lines_) logText_ += (logText_.empty() ? L"" : L"\n") + shown(line);
+  log = logText_.c_str();
+}
 
 std::span<const wchar_t* const> handlerNames(FunctionKind kind) {
   static const wchar_t* const error[] = {L"onsuccess", L"onerror", L"onerrorspec"};

@@ -1,5 +1,6 @@
 #pragma once
 // The vocabulary: every tag with its class, its kind and its attributes.
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <span>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "engine/function.h"
+#include "engine/log_line.h"
 #include "engine/parameters.h"
 
 namespace engine {
@@ -31,11 +33,23 @@ constexpr FunctionKind kindOf() {
 
 // What the reference says of a tag beyond its attributes, kind and handlers.
 // Texts may span lines; backquotes mark names and values.
-struct TagDoc {
+class TagDoc {
+ public:
+  // `lines` are the templates the tag's code logs with.
+  TagDoc(const wchar_t* summary, std::initializer_list<LogLine> lines, const wchar_t* results, const wchar_t* example);
+  TagDoc(const TagDoc&) = delete;
+  TagDoc& operator=(const TagDoc&) = delete;
+
+  const std::vector<LogLine>& lines() const { return lines_; }
+
   const wchar_t* summary;  // what the function does
   const wchar_t* log;      // the lines it logs, as format templates, one a line
   const wchar_t* results;  // what its result and error texts mean
   const wchar_t* example;  // script elements that use it
+
+ private:
+  std::vector<LogLine> lines_;
+  std::wstring logText_;
 };
 
 // One tag's description.

@@ -11,6 +11,7 @@
 #include "engine/blowfish.h"
 #include "engine/engine.h"
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "engine/script_file.h"
 #include "platform/environment.h"
 #include "platform/output.h"
@@ -142,7 +143,7 @@ namespace {
 
 int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   enablePrivileges();
-  log(L"Started");
+  log(kStarted);
   CommandLine args;
   std::wstring error;
   const bool parsed = parseCommandLine(argc, argv, args, error);
@@ -151,7 +152,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     logUsage(error, argv[0]);
     return -1;
   }
-  log(L"Command line parsed, validate arguments");
+  log(kCommandLineParsed);
   if (!args.scriptPath)
     error = L"Argument pair '/file <xmlpath>' is missing";
   else if (!*args.scriptPath)
@@ -166,13 +167,13 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   Engine engine(registry);
   int result = loadScript(args, document);
   if (result == 0) {
-    log(L"Prepare");
+    log(kPrepare);
     if (engine.prepare(document, args.presets)) {
-      log(L"Execute");
-      log(L"Start executing");
+      log(kExecute);
+      log(kStartExecuting);
       engine.run();
-      log(L"Stop executing");
-      log(L"End");
+      log(kStopExecuting);
+      log(kEnd);
     } else {
       result = -4;
     }

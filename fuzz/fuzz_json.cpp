@@ -106,7 +106,7 @@ bool readTextFile(const std::wstring&, std::string&) { return false; }
 
 const engine::Parameters& api::json::FunctionJsonSave::parameters() { return engine::noParameters(); }
 void api::json::FunctionJsonSave::execute() { setResult(false); }
-const engine::TagDoc api::json::FunctionJsonSave::doc{L"", L"", L"", L""};
+const engine::TagDoc api::json::FunctionJsonSave::doc{L"", {}, L"", L""};
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // Every function logs: keep the log off the fuzzer's own output.

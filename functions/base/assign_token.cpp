@@ -4,6 +4,14 @@
 
 namespace api::base {
 
+namespace {
+
+constexpr engine::LogLine kStart{L"assignToken value '%s', index %d, regexp %s to the variable %s"};
+constexpr engine::LogLine kTokenNotFound{L"token not found"};
+constexpr engine::LogLine kFoundToken{L"found token %s"};
+
+}  // namespace
+
 const Parameters& FunctionAssignToken::parameters() {
   static const Parameters list = {engine::variable<&FunctionAssignToken::var_>(L"var", Need::NonEmpty),
                                   engine::text<&FunctionAssignToken::value_>(L"value"),
@@ -22,22 +30,22 @@ bool FunctionAssignToken::readAttributes() {
 void FunctionAssignToken::execute() {
   const std::wstring value = expand(value_);
   const int32_t index = engine::toInt(expand(index_));
-  engine::log(L"assignToken value '%s', index %d, regexp %s to the variable %s", value.c_str(), index, pattern_.c_str(),
-              var_.c_str());
+  engine::log(kStart, value.c_str(), index, pattern_.c_str(), var_.c_str());
   variables().set(var_, L"");
   const auto groups = regex_->match(value);
   if (!groups || index < 0 || static_cast<size_t>(index) >= groups->size()) {
-    engine::log(L"token not found");
+    engine::log(kTokenNotFound);
     return;
   }
   const std::wstring& token = (*groups)[static_cast<size_t>(index)];
-  engine::log(L"found token %s", token.c_str());
+  engine::log(kFoundToken, token.c_str());
   variables().set(var_, token);
 }
 
 const engine::TagDoc FunctionAssignToken::doc{
     L"Matches the ECMAScript expression `regexp` (taken as written and compiled when the script is prepared: one that does not compile refuses the script) against the whole of `value` and stores capture group `index` in `var` (`0`: the whole match). `value` and `index` are expanded when it runs, `index` read as leading digits. No match, a group that does not exist, or a match too complex to decide leaves `var` empty.",
-    L"assignToken value '%s', index %d, regexp %s to the variable %s\ntoken not found\nfound token %s", L"No result: a plain function has no handlers.",
+    {kStart, kTokenNotFound, kFoundToken},
+    L"No result: a plain function has no handlers.",
     L"<assign var=\"version\" value=\"24.3.1\"/>\n<assignToken var=\"major\" value=\"%version%\" regexp=\"(\\d+)\\.(\\d+).*\" index=\"1\"/>"};
 
 }  // namespace api::base

@@ -5,19 +5,26 @@
 
 namespace api::base {
 
+namespace {
+
+constexpr engine::LogLine kStart{L"Exit function called with exitcode %d"};
+
+}  // namespace
+
 const Parameters& FunctionExit::parameters() {
   static const Parameters list = {engine::integer<&FunctionExit::code_>(L"code", Need::Optional, L"0")};
   return list;
 }
 
 void FunctionExit::execute() {
-  engine::log(L"Exit function called with exitcode %d", code_);
+  engine::log(kStart, code_);
   std::exit(code_);  // the runtime flushes and closes open streams, the trace file included
 }
 
 const engine::TagDoc FunctionExit::doc{
     L"Ends the script and the process at once with the exit code `code` (default `0`), read as a number when the script is prepared (`-1` works; text without digits is `0`). Nothing after it runs; the trace file is flushed and closed.",
-    L"Exit function called with exitcode %d",
-    L"No result: the process ends.", L"<fileExists path=\"C:\\Program Files\\App\\app.exe\"><onFalse><exit code=\"2\"/></onFalse></fileExists>\n<exit code=\"0\"/>"};
+    {kStart},
+    L"No result: the process ends.",
+    L"<fileExists path=\"C:\\Program Files\\App\\app.exe\"><onFalse><exit code=\"2\"/></onFalse></fileExists>\n<exit code=\"0\"/>"};
 
 }  // namespace api::base

@@ -3,11 +3,18 @@
 
 namespace api::base {
 
-void FunctionNothing::execute() { engine::log(L"Executing 'nothing' function"); }
+namespace {
+
+constexpr engine::LogLine kStart{L"Executing 'nothing' function"};
+
+}  // namespace
+
+void FunctionNothing::execute() { engine::log(kStart); }
 
 const engine::TagDoc FunctionNothing::doc{
     L"Does nothing but log a line: the usual carrier of a label (`id`) for `goto` and `onErrorGoTo`.",
-    L"Executing 'nothing' function", L"No result: a plain function has no handlers.",
+    {kStart},
+    L"No result: a plain function has no handlers.",
     L"<goto target=\"done\"/>\n<trace value=\"skipped\"/>\n<nothing id=\"done\"/>"};
 
 }  // namespace api::base

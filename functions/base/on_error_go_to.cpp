@@ -1,3 +1,4 @@
+#include "engine/log_lines.h"
 #include "functions/base/functions.h"
 
 namespace api::base {
@@ -12,7 +13,8 @@ void FunctionOnErrorGoTo::execute() { runtime().errorTarget = target_; }
 
 const engine::TagDoc FunctionOnErrorGoTo::doc{
     L"Sets the script's error target: from then on an error function that fails without a matching `onerrorspec` or `onerror` handler jumps to the label `target` (which must exist in the script). An empty `target` turns it off. It logs nothing itself; each such jump logs the line below.",
-    L"Entering onErrorGoTo handler. err='%s'", L"No result: a plain function has no handlers.",
+    {engine::kEnterOnErrorGoTo},
+    L"No result: a plain function has no handlers.",
     L"<onErrorGoTo target=\"failed\"/>\n<dirCreate path=\"C:\\Program Files\\App\\logs\"/>\n<exit code=\"0\"/>\n<trace id=\"failed\" value=\"update failed: %error%\"/>\n<exit code=\"1\"/>"};
 
 }  // namespace api::base

@@ -4,6 +4,12 @@
 
 namespace api::base {
 
+namespace {
+
+constexpr engine::LogLine kStart{L"StringTrim variable %s, with %s"};
+
+}  // namespace
+
 const Parameters& FunctionStringTrim::parameters() {
   static const Parameters list = {engine::variable<&FunctionStringTrim::var_>(L"var", Need::NonEmpty),
                                   engine::literal<&FunctionStringTrim::chars_>(L"chars", Need::NonEmpty)};
@@ -11,7 +17,7 @@ const Parameters& FunctionStringTrim::parameters() {
 }
 
 void FunctionStringTrim::execute() {
-  engine::log(L"StringTrim variable %s, with %s", var_.c_str(), chars_.c_str());
+  engine::log(kStart, var_.c_str(), chars_.c_str());
   engine::VariableText* text = variables().findText(var_);
   if (!text) {
     variables().set(var_, L"");  // an unknown variable ends up empty
@@ -22,7 +28,8 @@ void FunctionStringTrim::execute() {
 
 const engine::TagDoc FunctionStringTrim::doc{
     L"Strips every character that is one of `chars` (taken as written, not expanded) from both ends of the variable `var`. A missing variable is set to the empty text.",
-    L"StringTrim variable %s, with %s", L"No result: a plain function has no handlers.",
+    {kStart},
+    L"No result: a plain function has no handlers.",
     L"<assign var=\"dir\" value=\" C:\\Program Files\\App\\ \"/>\n<stringTrim var=\"dir\" chars=\" \\\"/>"};
 
 }  // namespace api::base

@@ -1,7 +1,14 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/base/functions.h"
 
 namespace api::base {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"TraceSetFile: %s"};
+
+}  // namespace
 
 const Parameters& FunctionTraceSetFile::parameters() {
   static const Parameters list = {engine::text<&FunctionTraceSetFile::path_>(L"path", Need::NonEmpty)};
@@ -11,14 +18,14 @@ const Parameters& FunctionTraceSetFile::parameters() {
 // A failure stays recorded for later runs of the same element.
 void FunctionTraceSetFile::execute() {
   const std::wstring path = expand(path_);
-  engine::log(L"TraceSetFile: %s", path.c_str());
+  engine::log(kStart, path.c_str());
   if (const uint32_t error = engine::setTraceFile(path)) fail(error);
   logEnd();
 }
 
 const engine::TagDoc FunctionTraceSetFile::doc{
     L"Closes the trace file and opens `path`, expanded when it runs, in its place: lines are appended as UTF-8 (a new file starts with a byte-order mark), and no other program may write to the file while it is open. A `path` that expands to nothing only closes the trace file. Once an element has failed, it reports that error on every later run, even when the file opens then.",
-    L"TraceSetFile: %s\ntraceSetFile function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"traceSetFile")},
     L"Error text: the Windows code of the open, e.g. `3` a missing directory, `5` access denied, `32` the file is open for writing elsewhere. After a failure no trace file is open; lines still go to standard output.",
     L"<traceSetFile path=\"%enginedir%update.log\">\n  <onerror><trace value=\"no trace file: %error%\"/></onerror>\n</traceSetFile>"};
 

@@ -1,10 +1,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/files/functions.h"
 #include "platform/file_system.h"
 
 namespace api::files {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"dirCreate function called for %s"};
+
+}  // namespace
 
 const Parameters& FunctionDirCreate::parameters() {
   static const Parameters list = {engine::text<&FunctionDirCreate::path_>(L"path", Need::NonEmpty)};
@@ -15,7 +22,7 @@ const Parameters& FunctionDirCreate::parameters() {
 void FunctionDirCreate::execute() {
   clearResult();
   const std::wstring path = expand(path_);
-  engine::log(L"dirCreate function called for %s", path.c_str());
+  engine::log(kStart, path.c_str());
   const uint32_t error = platform::createDirectory(path);
   if (error != 0 && error != ERROR_ALREADY_EXISTS) fail(error);
   logEnd();
@@ -23,7 +30,7 @@ void FunctionDirCreate::execute() {
 
 const engine::TagDoc FunctionDirCreate::doc{
     L"Creates the directory `path`, expanded when it runs: its last level only, so its parent must exist. Success also when something of that name exists already, a directory or a file.",
-    L"dirCreate function called for %s\ndirCreate function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"dirCreate")},
     L"Error text: the Windows code of the creation, e.g. `3` the parent directory is missing, `5` access denied, `123` a name Windows does not accept.",
     L"<dirCreate path=\"C:\\Program Files\\App\\logs\">\n  <onerror><trace value=\"no log directory: %error%\"/></onerror>\n</dirCreate>"};
 

@@ -1,9 +1,16 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/files/detail/download_error.h"
 #include "functions/files/functions.h"
 #include "platform/download.h"
 
 namespace api::files {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"fileDownload from '%s' to '%s'."};
+
+}  // namespace
 
 const Parameters& FunctionFileDownload::parameters() {
   static const Parameters list = {engine::text<&FunctionFileDownload::url_>(L"url", Need::NonEmpty),
@@ -14,7 +21,7 @@ const Parameters& FunctionFileDownload::parameters() {
 void FunctionFileDownload::execute() {
   clearResult();
   const std::wstring url = expand(url_), file = expand(file_);
-  engine::log(L"fileDownload from '%s' to '%s'.", url.c_str(), file.c_str());
+  engine::log(kStart, url.c_str(), file.c_str());
   engine::flushLogBeforeWait();
   if (const uint32_t error = downloadError(platform::downloadToFile(url, file))) fail(error);
   // The download ends with the copy's end line, as scripts and their log readers expect.
@@ -23,7 +30,7 @@ void FunctionFileDownload::execute() {
 
 const engine::TagDoc FunctionFileDownload::doc{
     L"Fetches `url` into the file `file`, both expanded when it runs, through Windows' URL download service (which may keep a copy in the Internet cache); an existing file is replaced. Success says only that the service finished: an HTTP error page (404, 500) is saved as the file and is success, so check the file (`fileIsSigned`, `jsonOpen`). It ends with `fileCopySingle`'s end line.",
-    L"fileDownload from '%s' to '%s'.\nfileCopySingle function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"fileCopySingle")},
     L"Error text: the low 16 bits of the service's result in decimal, e.g. `8` a refused connection, `484` an address it cannot parse or an unknown scheme, a Windows code such as `5` as itself. A failure whose low 16 bits are 0 counts as success.",
     L"<fileDownload url=\"https://updates.example.com/24.3/setup.exe\" file=\"%TEMP%\\setup.exe\">\n  <onerror><trace value=\"download failed: %error%\"/><exit code=\"1\"/></onerror>\n</fileDownload>"};
 

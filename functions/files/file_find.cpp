@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/files/detail/delimited_list.h"
 #include "functions/files/functions.h"
 #include "platform/directory_listing.h"
@@ -10,6 +11,9 @@
 
 namespace api::files {
 namespace {
+
+// The start line; the leading %s is the tag.
+constexpr engine::LogLine kStart{L"%s from '%s\\%s' (depth %d)"};
 
 struct Search {
   const std::wstring& pattern;
@@ -64,7 +68,7 @@ void FunctionFileFind::execute() {
   clearResult();
   const std::wstring root = expand(root_), pattern = expand(pattern_);
   const wchar_t* tag = name().c_str();
-  engine::log(L"%s from '%s\\%s' (depth %d)", tag, root.c_str(), pattern.c_str(), depth_);
+  engine::log(kStart, tag, root.c_str(), pattern.c_str(), depth_);
   std::vector<std::wstring> found;
   const uint32_t error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);
   variables().set(var_, joinDelimited(found, delim_));
@@ -74,13 +78,13 @@ void FunctionFileFind::execute() {
 
 const engine::TagDoc FunctionFileFind::doc{
     L"Stores in `var` the full paths of the files under `dir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `dir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
-    L"fileFind from '%s\\%s' (depth %d)\nfileFind function end with %s. err:'%s'",
+    {kStart.as(L"fileFind"), engine::kErrorEnd.as(L"fileFind")},
     L"Error text: the Windows code when `dir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
     L"<fileFind dir=\"C:\\Program Files\\App\" pattern=\"*.dll\" var=\"dlls\" delim=\";\" depth=\"2\"/>\n<trace value=\"installed libraries: %dlls%\"/>"};
 
 const engine::TagDoc FunctionDirFind::doc{
     L"Stores in `var` the full paths of the directories under `rootDir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `rootDir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
-    L"dirFind from '%s\\%s' (depth %d)\ndirFind function end with %s. err:'%s'",
+    {kStart.as(L"dirFind"), engine::kErrorEnd.as(L"dirFind")},
     L"Error text: the Windows code when `rootDir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
     L"<dirFind rootDir=\"C:\\Program Files\\App\\plugins\" pattern=\"*\" var=\"plugins\" delim=\"|\"/>\n<trace value=\"plugins: %plugins%\"/>"};
 

@@ -1,10 +1,17 @@
 #include <windows.h>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/files/functions.h"
 #include "platform/file_system.h"
 
 namespace api::files {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d"};
+
+}  // namespace
 
 const Parameters& FunctionFileMoveSingle::parameters() {
   static const Parameters list = engine::joined({engine::flag<&FunctionFileMoveSingle::afterReboot_>(L"afterReboot")}, CopyFunction::parameters());
@@ -19,8 +26,7 @@ void FunctionFileMoveSingle::execute() {
   const wchar_t* tag = name().c_str();
   // "After reboot:" without a space is the program's established wording,
   // which scripts and log readers match.
-  engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(), failIfExists_,
-              afterReboot_);
+  engine::log(kStart, tag, src.c_str(), dest.c_str(), failIfExists_, afterReboot_);
   if (!platform::pathExists(src)) {
     fail(ERROR_NOT_FOUND);
   } else {
@@ -40,7 +46,7 @@ void FunctionFileMoveSingle::execute() {
 
 const engine::TagDoc FunctionFileMoveSingle::doc{
     L"`fileMove` and `dirMove` are one function: each moves or renames `src` to `dest` (both expanded when it runs), whichever `src` is, and its log lines begin with the tag written. A file may go to another volume (not with `afterReboot`) and, with `failIfExists=\"false\"`, replaces an existing `dest` (default `true`: it fails); a directory must stay on its volume and never replaces anything. With `afterReboot=\"true\"` the move is only registered for the next restart, which needs administrator rights.",
-    L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d\n%s function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd},
     L"Error text: `1168` no `src`, `17` a directory to another volume, or the Windows code of the move, e.g. `183` `dest` exists, `3` the directory of `dest` is missing, `5` access denied, `32` in use.",
     L"<fileMove src=\"C:\\Program Files\\App\\app.exe\" dest=\"C:\\Program Files\\App\\app.old\" failIfExists=\"false\"/>\n<dirMove src=\"C:\\Program Files\\App\\plugins\" dest=\"C:\\Program Files\\App\\plugins.old\"/>"};
 

@@ -1,8 +1,16 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/files/functions.h"
 #include "functions/files/detail/text_file.h"
 
 namespace api::files {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"fileOpen %s with handle %s"};
+constexpr engine::LogLine kOpenFailed{L"fileOpen failed opening file %s"};
+
+}  // namespace
 
 const Parameters& FunctionFileOpenOrCreate::parameters() {
   static const Parameters list = {engine::text<&FunctionFileOpenOrCreate::path_>(L"path", Need::NonEmpty),
@@ -14,20 +22,20 @@ const Parameters& FunctionFileOpenOrCreate::parameters() {
 // A handle name already in use is closed and takes the new file.
 void FunctionFileOpenOrCreate::execute() {
   const std::wstring path = expand(path_);
-  engine::log(L"fileOpen %s with handle %s", path.c_str(), handle_.c_str());
+  engine::log(kStart, path.c_str(), handle_.c_str());
   std::unique_ptr<TextFile> file = TextFile::open(path, append_);
   const bool opened = file != nullptr;
   if (opened) {
     handles().store(handle_, std::move(file), TextFile::kind);
   } else {
-    engine::log(L"fileOpen failed opening file %s", path.c_str());
+    engine::log(kOpenFailed, path.c_str());
   }
   finishAs(L"fileOpen", opened);
 }
 
 const engine::TagDoc FunctionFileOpenOrCreate::doc{
     L"Opens the file `path`, expanded when it runs, for writing under the handle name `handle` (taken as written): it is created when missing and emptied, unless `append=\"true\"` keeps its content and writes go to its end. Other programs may read and write it while it is open. A name already in use is closed and takes the new file, unless the open fails.",
-    L"fileOpen %s with handle %s\nfileOpen failed opening file %s\nfileOpen end with %s",
+    {kStart, kOpenFailed, engine::kSubjectEnd.as(L"fileOpen")},
     L"True: the file is open under `handle`. False: it could not be opened (a missing directory, access denied, a directory).",
     L"<fileOpenOrCreate path=\"C:\\Program Files\\App\\update.txt\" handle=\"report\" append=\"true\">\n  <onFalse><trace value=\"no report file\"/></onFalse>\n</fileOpenOrCreate>"};
 

@@ -17,6 +17,9 @@ using engine::FunctionRetError;
 using engine::Need;
 using engine::Parameters;
 
+// The line of a file that fileCopySingle or fileCopyPattern leaves as it is.
+constexpr engine::LogLine kSkippedSameLwt{L"File '%s' skipped due to the same LWT"};
+
 // dirExists, fileExists and fileIsSigned: one non-empty `path`.
 class PathQuery : public FunctionRetBool {
  public:

@@ -18,6 +18,19 @@ using engine::Parameters;
 
 namespace helpers {
 
+// The lines of the element lookup by index.
+constexpr engine::LogLine kNotAnArray{L"Handle %s does not refer to a JSON array"};
+constexpr engine::LogLine kNotAnIndex{L"Could not convert %s to an integer index"};
+constexpr engine::LogLine kOutOfBounds{L"Index %s is out of bounds for array %s"};
+// The lines of the array edits and of the insert functions' values; the
+// leading %s is the tag.
+constexpr engine::LogLine kEditNotAnArray{L"%s handle %s does not refer to a JSON array"};
+constexpr engine::LogLine kEditNotAnIndex{L"%s could not convert %s to an integer index"};
+constexpr engine::LogLine kEditOutOfBounds{L"%s index %s is out of bounds for array %s"};
+constexpr engine::LogLine kNotANumber{L"%s cannot convert value %s to number"};
+constexpr engine::LogLine kNotABoolean{L"%s cannot convert value %s to boolean"};
+constexpr engine::LogLine kUnknownValueType{L"%s unrecognized value type"};
+
 // Base of every JSON function but jsonOpen: the result, the path walk and the
 // array element by index.
 class FunctionJsonManipulator : public engine::FunctionRetBool {
@@ -49,12 +62,6 @@ class FunctionJsonManipulator : public engine::FunctionRetBool {
 
   // The value of an insert function, logging why it cannot be made.
   bool convertScalar(const ScalarSource& source, const std::wstring& expanded, picojson::value& out) const;
-
-  // Logs this function's tag followed by `rest`, formatted with the arguments.
-  template <class... Args>
-  void logTagged(const wchar_t* rest, Args... args) const {
-    engine::log((name() + rest).c_str(), args...);
-  }
 };
 
 // "object" or "array" as an empty value; nothing for any other type text.

@@ -1,6 +1,14 @@
+#include "engine/log_lines.h"
 #include "functions/json/functions.h"
 
 namespace api::json {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"jsonGetScalarFromArray %s at index %s"};
+constexpr engine::LogLine kIndexInArrayDoes{L"jsonGetScalarFromArray index %d in array %s does not contain a scalar"};
+
+}  // namespace
 
 const Parameters& FunctionJsonGetScalarFromArray::parameters() {
   static const Parameters list = {engine::handle<&FunctionJsonGetScalarFromArray::handle_>(L"handle"),
@@ -11,12 +19,12 @@ const Parameters& FunctionJsonGetScalarFromArray::parameters() {
 
 void FunctionJsonGetScalarFromArray::execute() {
   const std::wstring indexText = expand(index_);
-  engine::log(L"jsonGetScalarFromArray %s at index %s", handle_.c_str(), indexText.c_str());
+  engine::log(kStart, handle_.c_str(), indexText.c_str());
   int index = 0;
   const std::optional<helpers::JsonLocation> element = elementByIndex(handle_, indexText, &index);
   if (!element) return end(false);
   if (!helpers::isScalar(*element->value)) {
-    engine::log(L"jsonGetScalarFromArray index %d in array %s does not contain a scalar", index, handle_.c_str());
+    engine::log(kIndexInArrayDoes, index, handle_.c_str());
     return end(false);
   }
   variables().set(var_, helpers::scalarText(*element->value));
@@ -25,7 +33,8 @@ void FunctionJsonGetScalarFromArray::execute() {
 
 const engine::TagDoc FunctionJsonGetScalarFromArray::doc{
     L"Stores in `var` the boolean, number or string at element `index` of the array under `handle`, as `jsonGetScalarFromObject` writes it. `index` is expanded when it runs and read like `stoi` (`2abc` is 2); 0 is the first element.",
-    L"jsonGetScalarFromArray %s at index %s\nHandle %s does not refer to a JSON array\nCould not convert %s to an integer index\nIndex %s is out of bounds for array %s\njsonGetScalarFromArray index %d in array %s does not contain a scalar\njsonGetScalarFromArray end with %s",
+    {kStart, helpers::kNotAnArray, helpers::kNotAnIndex, helpers::kOutOfBounds, kIndexInArrayDoes,
+     engine::kSubjectEnd.as(L"jsonGetScalarFromArray")},
     L"True: `var` holds the value. False: `handle` holds no JSON array, `index` has no digits or lies outside it, or the element is an object, an array or `null`; `var` is unchanged.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonGetScalarFromArray handle=\"hosts\" index=\"0\" var=\"primary\"/>"};
 

@@ -1,6 +1,13 @@
+#include "engine/log_lines.h"
 #include "functions/json/functions.h"
 
 namespace api::json {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"jsonGetTypeFromArray for handle %s index %s into variable %s"};
+
+}  // namespace
 
 const Parameters& FunctionJsonGetTypeFromArray::parameters() {
   static const Parameters list = {engine::handle<&FunctionJsonGetTypeFromArray::handle_>(L"handle"),
@@ -11,8 +18,7 @@ const Parameters& FunctionJsonGetTypeFromArray::parameters() {
 
 void FunctionJsonGetTypeFromArray::execute() {
   const std::wstring index = expand(index_);
-  engine::log(L"jsonGetTypeFromArray for handle %s index %s into variable %s", handle_.c_str(), index.c_str(),
-              var_.c_str());
+  engine::log(kStart, handle_.c_str(), index.c_str(), var_.c_str());
   const std::optional<helpers::JsonLocation> element = elementByIndex(handle_, index);
   if (!element) return end(false);
   variables().set(var_, helpers::typeName(*element->value));
@@ -21,7 +27,8 @@ void FunctionJsonGetTypeFromArray::execute() {
 
 const engine::TagDoc FunctionJsonGetTypeFromArray::doc{
     L"Stores in `var` the type of element `index` of the array under `handle`: `object`, `array`, `string`, `boolean`, `number` or `null`. `index` is expanded when it runs and read like `stoi` (`2abc` is 2); 0 is the first element.",
-    L"jsonGetTypeFromArray for handle %s index %s into variable %s\nHandle %s does not refer to a JSON array\nCould not convert %s to an integer index\nIndex %s is out of bounds for array %s\njsonGetTypeFromArray end with %s",
+    {kStart, helpers::kNotAnArray, helpers::kNotAnIndex, helpers::kOutOfBounds,
+     engine::kSubjectEnd.as(L"jsonGetTypeFromArray")},
     L"True: `var` holds the type. False: `handle` holds no JSON array, or `index` has no digits or lies outside it; `var` is unchanged.",
     L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetTypeFromArray handle=\"servers\" index=\"0\" var=\"type\"/>"};
 

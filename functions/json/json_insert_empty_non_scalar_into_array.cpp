@@ -1,6 +1,14 @@
+#include "engine/log_lines.h"
 #include "functions/json/functions.h"
 
 namespace api::json {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"jsonInsertEmptyNonScalarIntoArray %s at index %s"};
+constexpr engine::LogLine kUnrecognizedNonScalarType{L"jsonInsertEmptyNonScalarIntoArray unrecognized non scalar type"};
+
+}  // namespace
 
 const Parameters& FunctionJsonInsertEmptyNonScalarIntoArray::parameters() {
   static const Parameters list = {engine::handle<&FunctionJsonInsertEmptyNonScalarIntoArray::handle_>(L"handle"),
@@ -11,13 +19,13 @@ const Parameters& FunctionJsonInsertEmptyNonScalarIntoArray::parameters() {
 
 void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {
   const std::wstring indexText = expand(index_);
-  engine::log(L"jsonInsertEmptyNonScalarIntoArray %s at index %s", handle_.c_str(), indexText.c_str());
+  engine::log(kStart, handle_.c_str(), indexText.c_str());
   size_t index = 0;
   picojson::array* elements = arrayForEdit(handle_, indexText, true, index);
   if (!elements) return end(false);
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
   if (!value) {
-    engine::log(L"jsonInsertEmptyNonScalarIntoArray unrecognized non scalar type");
+    engine::log(kUnrecognizedNonScalarType);
     return end(false);
   }
   elements->insert(elements->begin() + static_cast<std::ptrdiff_t>(index), std::move(*value));
@@ -26,7 +34,10 @@ void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {
 
 const engine::TagDoc FunctionJsonInsertEmptyNonScalarIntoArray::doc{
     L"Inserts an empty object or array (`type`: `object` or `array`, taken as written) into the array under `handle` before element `index` (the length appends); `index` is expanded when it runs and read like `stoi`.",
-    L"jsonInsertEmptyNonScalarIntoArray %s at index %s\njsonInsertEmptyNonScalarIntoArray handle %s does not refer to a JSON array\njsonInsertEmptyNonScalarIntoArray could not convert %s to an integer index\njsonInsertEmptyNonScalarIntoArray index %s is out of bounds for array %s\njsonInsertEmptyNonScalarIntoArray unrecognized non scalar type\njsonInsertEmptyNonScalarIntoArray end with %s",
+    {kStart, helpers::kEditNotAnArray.as(L"jsonInsertEmptyNonScalarIntoArray"),
+     helpers::kEditNotAnIndex.as(L"jsonInsertEmptyNonScalarIntoArray"),
+     helpers::kEditOutOfBounds.as(L"jsonInsertEmptyNonScalarIntoArray"), kUnrecognizedNonScalarType,
+     engine::kSubjectEnd.as(L"jsonInsertEmptyNonScalarIntoArray")},
     L"True: the element is inserted. False: `handle` holds no JSON array, `index` has no digits or lies beyond the length, or `type` is neither `object` nor `array`; nothing changes.",
     L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetArrayLength handle=\"servers\" var=\"count\"/>\n<jsonInsertEmptyNonScalarIntoArray handle=\"servers\" index=\"%count%\" type=\"object\"/>"};
 

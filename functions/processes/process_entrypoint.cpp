@@ -3,11 +3,20 @@
 #include <string>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/processes/functions.h"
 #include "platform/library.h"
 #include "platform/text.h"
 
 namespace api::processes {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"ProcessEntrypoint function from DLL %s. function:'%hs', with arguments: '%s;%d'"};
+constexpr engine::LogLine kDLLCrashedInFunction{
+    L"ProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'"};
+
+}  // namespace
 
 const Parameters& FunctionProcessEntrypoint::parameters() {
   static const Parameters list = {
@@ -26,12 +35,10 @@ void FunctionProcessEntrypoint::execute() {
   const std::wstring text = expand(text_), path = expand(path_);
   // Exports have narrow names.
   const std::string entryPoint = platform::toAnsi(expand(entryPoint_));
-  engine::log(L"ProcessEntrypoint function from DLL %s. function:'%hs', with arguments: '%s;%d'", path.c_str(),
-              entryPoint.c_str(), text.c_str(), integer_);
+  engine::log(kStart, path.c_str(), entryPoint.c_str(), text.c_str(), integer_);
   platform::ExportCall call = platform::callExport(path, entryPoint, integer_, text);
   if (call.crashed) {
-    engine::log(L"ProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'", path.c_str(),
-                entryPoint.c_str(), text.c_str(), integer_);
+    engine::log(kDLLCrashedInFunction, path.c_str(), entryPoint.c_str(), text.c_str(), integer_);
     call.code = ERROR_GEN_FAILURE;
   }
   end(call.code, L"ProcessEntrypoint");
@@ -39,7 +46,7 @@ void FunctionProcessEntrypoint::execute() {
 
 const engine::TagDoc FunctionProcessEntrypoint::doc{
     L"Loads the DLL `path`, calls its export `entrypoint`, declared `extern \"C\" __declspec(dllexport) uint32_t name(int32_t number, const wchar_t* text)`, with `dllIntArgument` (default `0`, read when the script is prepared) and `dllTextArgument`, and unloads it again; the texts are expanded when it runs. The call runs on a thread of its own as the same user, so an export that crashes is logged and fails with `31` while the script goes on; nothing guards against an export that calls `exit()` or never returns. Its lines begin with `ProcessEntrypoint`, capital P.",
-    L"ProcessEntrypoint function from DLL %s. function:'%hs', with arguments: '%s;%d'\nProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'\nProcessEntrypoint function end with %s. err:'%s'",
+    {kStart, kDLLCrashedInFunction, engine::kErrorEnd.as(L"ProcessEntrypoint")},
     L"Error text: the export's return value when it is not 0 (`258` reads `timeout`), `126` a DLL that cannot be found or loaded, `127` no such export (export names are ASCII), `31` the export crashed.",
     L"<processEntrypoint path=\"C:\\Program Files\\App\\app.dll\" entrypoint=\"Register\" dllTextArgument=\"C:\\Program Files\\App\" dllIntArgument=\"1\">\n  <onerror><trace value=\"Register failed: %error%\"/></onerror>\n</processEntrypoint>"};
 

@@ -49,6 +49,9 @@ class FunctionRegRead : public KeyErrorFunction {
   std::wstring var_, value_;
 };
 
+// The start line of regGetKeys and regGetValues; the leading %s is the tag.
+constexpr engine::LogLine kNameListStart{L"%s function called for %p\\%s store to %s"};
+
 // regGetKeys and regGetValues: the names in `var`, each followed by `delim`.
 class NameList : public KeyErrorFunction {
  public:

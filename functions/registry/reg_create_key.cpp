@@ -1,8 +1,15 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/registry/functions.h"
 #include "platform/registry.h"
 
 namespace api::registry {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"regCreateKey function called for %p\\%s"};
+
+}  // namespace
 
 const Parameters& FunctionRegCreateKey::parameters() {
   static const Parameters list =
@@ -15,14 +22,14 @@ const Parameters& FunctionRegCreateKey::parameters() {
 void FunctionRegCreateKey::execute() {
   clearResult();
   const std::wstring key = this->key();
-  engine::log(L"regCreateKey function called for %p\\%s", root(), key.c_str());
+  engine::log(kStart, root(), key.c_str());
   if (const uint32_t error = platform::createKey(root(), key, volatile_)) fail(error);
   logEnd();
 }
 
 const engine::TagDoc FunctionRegCreateKey::doc{
     L"Creates the key `root`\\`key` (`key` expanded when it runs) with any missing parents; an existing key is success and stays as it is. With `volatile=\"true\"` the keys it creates last only until Windows restarts.",
-    L"regCreateKey function called for %p\\%s\nregCreateKey function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"regCreateKey")},
     L"Error text: `5` access denied, `1021` a lasting key under a volatile one, or another Windows code of the creation.",
     L"<regCreateKey root=\"HKEY_CURRENT_USER\" key=\"Software\\Contoso\\App\\Session\" volatile=\"true\">\n  <onerror><trace value=\"no session key: %error%\"/></onerror>\n</regCreateKey>"};
 

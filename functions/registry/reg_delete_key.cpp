@@ -1,16 +1,21 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/registry/functions.h"
 #include "platform/registry.h"
 
 namespace api::registry {
 namespace {
 
+constexpr engine::LogLine kCannotEnumerateRegistryKeys{L"Cannot enumerate registry keys for '%s'"};
+constexpr engine::LogLine kDeletingSubkey{L"Deleting subkey '%s'"};
+constexpr engine::LogLine kStart{L"regDeleteKey function called for %p\\%s"};
+
 // Deletes parent\name with everything below it, children first, logging each
 // key as it goes; the first failure ends the delete with its code.
 uint32_t deleteTree(HKEY parent, const std::wstring& name) {
   platform::UniqueKey key;
   if (platform::openKey(parent, name, KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, key) != 0) {
-    engine::log(L"Cannot enumerate registry keys for '%s'", name.c_str());
+    engine::log(kCannotEnumerateRegistryKeys, name.c_str());
   } else {
     // The names are read first: deleting while enumerating would shift the indexes.
     std::vector<std::wstring> children;
@@ -19,7 +24,7 @@ uint32_t deleteTree(HKEY parent, const std::wstring& name) {
       if (const uint32_t error = deleteTree(key.get(), child)) return error;
     key.reset();
   }
-  engine::log(L"Deleting subkey '%s'", name.c_str());
+  engine::log(kDeletingSubkey, name.c_str());
   return platform::deleteKey(parent, name);
 }
 
@@ -28,7 +33,7 @@ uint32_t deleteTree(HKEY parent, const std::wstring& name) {
 void FunctionRegDeleteKey::execute() {
   clearResult();
   const std::wstring key = this->key();
-  engine::log(L"regDeleteKey function called for %p\\%s", root(), key.c_str());
+  engine::log(kStart, root(), key.c_str());
   // An empty key (a variable that expanded to nothing) would name the root
   // itself, and the delete would take everything below it.
   if (key.find_first_not_of(L'\\') == std::wstring::npos)
@@ -40,7 +45,7 @@ void FunctionRegDeleteKey::execute() {
 
 const engine::TagDoc FunctionRegDeleteKey::doc{
     L"Deletes the key `root`\\`key` (`key` expanded when it runs) with everything below it, children first, logging each key as it goes. It stops at the first key it cannot delete; the keys deleted before stay deleted. A `key` that expands to nothing (or only backslashes) would name the root itself, and fails with 87 without deleting anything.",
-    L"regDeleteKey function called for %p\\%s\nCannot enumerate registry keys for '%s'\nDeleting subkey '%s'\nregDeleteKey function end with %s. err:'%s'",
+    {kStart, kCannotEnumerateRegistryKeys, kDeletingSubkey, engine::kErrorEnd.as(L"regDeleteKey")},
     L"Error text: the code of the first key that could not be listed or deleted: `2` a missing key, `5` access denied; `87` for an empty `key`.",
     L"<regDeleteKey root=\"HKEY_CURRENT_USER\" key=\"Software\\Contoso\\OldApp\">\n  <onerrorspec err=\"2\"><trace value=\"OldApp was already removed\"/></onerrorspec>\n</regDeleteKey>"};
 

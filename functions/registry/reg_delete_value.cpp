@@ -1,8 +1,15 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/registry/functions.h"
 #include "platform/registry.h"
 
 namespace api::registry {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"regDeleteValue function called for %p\\%s\\%s"};
+
+}  // namespace
 
 const Parameters& FunctionRegDeleteValue::parameters() {
   static const Parameters list =
@@ -13,7 +20,7 @@ const Parameters& FunctionRegDeleteValue::parameters() {
 void FunctionRegDeleteValue::execute() {
   clearResult();
   const std::wstring key = this->key(), value = expand(value_);
-  engine::log(L"regDeleteValue function called for %p\\%s\\%s", root(), key.c_str(), value.c_str());
+  engine::log(kStart, root(), key.c_str(), value.c_str());
   platform::UniqueKey opened;
   uint32_t error = platform::openKey(root(), key, KEY_SET_VALUE, opened);
   if (error == 0) error = platform::deleteValue(opened.get(), value);
@@ -23,7 +30,7 @@ void FunctionRegDeleteValue::execute() {
 
 const engine::TagDoc FunctionRegDeleteValue::doc{
     L"Deletes the value `value` (empty: the key's default value) of `root`\\`key`; `key` and `value` are expanded when it runs.",
-    L"regDeleteValue function called for %p\\%s\\%s\nregDeleteValue function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"regDeleteValue")},
     L"Error text: `2` a missing key or value, `5` access denied, or another Windows code of the delete.",
     L"<regDeleteValue root=\"HKEY_CURRENT_USER\" key=\"Software\\Microsoft\\Windows\\CurrentVersion\\Run\" value=\"ContosoUpdater\"/>"};
 

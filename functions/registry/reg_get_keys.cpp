@@ -1,3 +1,4 @@
+#include "engine/log_lines.h"
 #include "functions/registry/functions.h"
 #include "platform/registry.h"
 
@@ -11,7 +12,7 @@ uint32_t FunctionRegGetKeys::list(HKEY key, std::vector<std::wstring>& names) co
 
 const engine::TagDoc FunctionRegGetKeys::doc{
     L"Stores in `var` the names of the subkeys of `root`\\`key`, each followed by `delim` (the last one too), in the order the registry lists them; a key without subkeys gives the empty text. `key` and `delim` are expanded when it runs; on failure `var` keeps what it had.",
-    L"regGetKeys function called for %p\\%s store to %s\nregGetKeys function end with %s. err:'%s'",
+    {kNameListStart.as(L"regGetKeys"), engine::kErrorEnd.as(L"regGetKeys")},
     L"Error text: `2` a missing key, `5` access denied, or another Windows code of the listing.",
     L"<regGetKeys root=\"HKEY_LOCAL_MACHINE\" key=\"SOFTWARE\\Contoso\\App\\Plugins\" delim=\";\" var=\"plugins\"/>\n<trace value=\"plugins: %plugins%\"/>"};
 

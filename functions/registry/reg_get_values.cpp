@@ -1,3 +1,4 @@
+#include "engine/log_lines.h"
 #include "functions/registry/functions.h"
 #include "platform/registry.h"
 
@@ -11,7 +12,7 @@ uint32_t FunctionRegGetValues::list(HKEY key, std::vector<std::wstring>& names) 
 
 const engine::TagDoc FunctionRegGetValues::doc{
     L"Stores in `var` the names of the values of `root`\\`key`, each followed by `delim` (the last one too), in the order the registry lists them; a default value the key holds is an empty name, and a key without values gives the empty text. `key` and `delim` are expanded when it runs; on failure `var` keeps what it had.",
-    L"regGetValues function called for %p\\%s store to %s\nregGetValues function end with %s. err:'%s'",
+    {kNameListStart.as(L"regGetValues"), engine::kErrorEnd.as(L"regGetValues")},
     L"Error text: `2` a missing key, `5` access denied, or another Windows code of the listing.",
     L"<regGetValues root=\"HKEY_CURRENT_USER\" key=\"Software\\Microsoft\\Windows\\CurrentVersion\\Run\" delim=\"|\" var=\"startup\"/>\n<trace value=\"started with Windows: %startup%\"/>"};
 

@@ -1,4 +1,5 @@
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/registry/detail/text_forms.h"
 #include "functions/registry/functions.h"
 #include "platform/environment.h"
@@ -7,6 +8,8 @@
 
 namespace api::registry {
 namespace {
+
+constexpr engine::LogLine kStart{L"RegRead function called for %p\\%s\\%s store to %s"};
 
 // The value's text form; 0 or the Windows error code.
 uint32_t readText(HKEY root, const std::wstring& key, const std::wstring& value, std::wstring& text) {
@@ -37,7 +40,7 @@ const Parameters& FunctionRegRead::parameters() {
 void FunctionRegRead::execute() {
   clearResult();
   const std::wstring key = this->key(), value = expand(value_);
-  engine::log(L"RegRead function called for %p\\%s\\%s store to %s", root(), key.c_str(), value.c_str(), var_.c_str());
+  engine::log(kStart, root(), key.c_str(), value.c_str(), var_.c_str());
   std::wstring text;
   if (const uint32_t error = readText(root(), key, value, text)) {
     fail(error);
@@ -49,7 +52,7 @@ void FunctionRegRead::execute() {
 
 const engine::TagDoc FunctionRegRead::doc{
     L"Stores in `var` the text form of the value `value` (empty: the key's default value) of `root`\\`key`: `REG_SZ` as it is, `REG_EXPAND_SZ` with environment references expanded, `REG_BINARY` as lower-case hex pairs, `REG_DWORD` and `REG_QWORD` as unsigned decimal, `REG_MULTI_SZ` joined with `|` (empty strings at the end dropped). `root` is one of the five predefined keys written exactly (the log shows its handle value, `FFFFFFFF80000002` for `HKEY_LOCAL_MACHINE`); `key` and `value` are expanded when it runs. On failure `var` keeps what it had; the end line is tagged `RegRead`.",
-    L"RegRead function called for %p\\%s\\%s store to %s\nRegRead function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"RegRead")},
     L"Error text: `2` a missing key or value, `5` access denied, `1630` a type without a text form (`REG_NONE`, `REG_LINK`), or another Windows code of the read.",
     L"<regRead root=\"HKEY_LOCAL_MACHINE\" key=\"SOFTWARE\\Contoso\\App\" value=\"Version\" var=\"installed\">\n  <onerrorspec err=\"2\"><assign var=\"installed\" value=\"0\"/></onerrorspec>\n</regRead>"};
 

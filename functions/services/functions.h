@@ -15,14 +15,23 @@ using engine::Need;
 using engine::Parameters;
 using platform::UniqueServiceHandle;
 
+// The lines of the steps; the leading %s is the tag.
+constexpr engine::LogLine kCannotOpenScm{L"%s cannot open scm"};
+constexpr engine::LogLine kCannotOpenService{L"%s cannot open service"};
+constexpr engine::LogLine kCannotQueryStatus{L"%s cannot query status"};
+constexpr engine::LogLine kCannotQueryStatusAgain{L"%s cannot query status2"};
+constexpr engine::LogLine kStateChangeStart{L"%s function called for '%s', after wait for %d ms"};
+// A step's line, checked for the tag as its one argument.
+using StepLine = engine::CheckedFormat<const wchar_t*>;
+
 // Every service function names its service in `name`.
 class ServiceFunction : public FunctionRetError {
  public:
   static const Parameters& parameters();
 
  protected:
-  // Logs "<tag> <what>" for a failed step and hands its error on.
-  uint32_t failedTo(uint32_t error, const wchar_t* what) const;
+  // Logs the line of a failed step and hands its error on.
+  uint32_t failedTo(uint32_t error, StepLine what) const;
   // Records `error` (258 reads "timeout") and logs the end line.
   void finishWith(uint32_t error);
 
@@ -37,8 +46,8 @@ class ServiceStateChange : public ServiceFunction {
   struct Request {
     uint32_t access;         // the right the request needs, besides querying
     uint32_t awaitedState;   // SERVICE_RUNNING or SERVICE_STOPPED
-    const wchar_t* already;  // the line when the service is in that state already
-    const wchar_t* refused;  // the line when the request fails
+    StepLine already;        // the line when the service is in that state already
+    StepLine refused;        // the line when the request fails
     uint32_t (*send)(const UniqueServiceHandle&);
   };
 

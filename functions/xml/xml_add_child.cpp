@@ -1,12 +1,15 @@
 #include <windows.h>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
 namespace {
+
+constexpr engine::LogLine kStart{L"xmlAddChild in '%s' at '%s'. xml: '%s'"};
 
 using engine::Need;
 
@@ -64,7 +67,7 @@ const Parameters& FunctionXmlAddChild::parameters() {
 void FunctionXmlAddChild::execute() {
   clearResult();
   const std::wstring xpath = expand(xpath_), data = expand(data_);
-  engine::log(L"xmlAddChild in '%s' at '%s'. xml: '%s'", handle_.c_str(), xpath.c_str(), data.c_str());
+  engine::log(kStart, handle_.c_str(), xpath.c_str(), data.c_str());
   if (const uint32_t error =
           addChild(handles(), handle_, xpath, data, expand(insertBefore_), expand(insertAfter_), expand(cdata_)))
     fail(error);
@@ -73,7 +76,7 @@ void FunctionXmlAddChild::execute() {
 
 const engine::TagDoc FunctionXmlAddChild::doc{
     L"Adds the element `data` (XML text, or the text of a `<data>` child: one element, after an optional XML declaration) as a child of the first element `xpath` finds from the handle's context (a document's root element, or an element handle's element). It goes before the node `insert_before` finds among that parent's children, else after the one `insert_after` finds, else at the end; a non-empty `cdata` goes inside it as a CDATA section. All but `handle` are expanded when it runs.",
-    L"xmlAddChild in '%s' at '%s'. xml: '%s'\nxmlAddChild function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"xmlAddChild")},
     L"Error text: `13` `data` is not one element (or `cdata` holds `]]>`, or the result would nest too deep), `6` an unknown or stale handle, `1168` a document without root element, `3` `xpath` does not parse or finds no element.",
     L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlAddChild handle=\"cfg\" xpath=\"servers\" data=\"&lt;server name='delta'/&gt;\" insert_after=\"server[last()]\"/>"};
 

@@ -1,11 +1,18 @@
 #include <windows.h>
 
 #include "engine/log.h"
+#include "engine/log_lines.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
 #include "platform/text.h"
 
 namespace api::xml {
+
+namespace {
+
+constexpr engine::LogLine kStart{L"xmlRemoveChild in '%s' at '%s'"};
+
+}  // namespace
 
 const Parameters& FunctionXmlRemoveChild::parameters() {
   static const Parameters list = {engine::handle<&FunctionXmlRemoveChild::handle_>(L"handle"),
@@ -16,7 +23,7 @@ const Parameters& FunctionXmlRemoveChild::parameters() {
 void FunctionXmlRemoveChild::execute() {
   clearResult();
   const std::wstring xpath = expand(xpath_);
-  engine::log(L"xmlRemoveChild in '%s' at '%s'", handle_.c_str(), xpath.c_str());
+  engine::log(kStart, handle_.c_str(), xpath.c_str());
   Context context;
   if (const uint32_t error = findContext(handles(), handle_, context)) {
     fail(error);
@@ -35,7 +42,7 @@ void FunctionXmlRemoveChild::execute() {
 
 const engine::TagDoc FunctionXmlRemoveChild::doc{
     L"Removes the first node `xpath` (expanded when it runs) finds from the context of `handle`, with everything below it; element handles into the removed part are refused from then on. It ends with `xmlAddChild`'s end line.",
-    L"xmlRemoveChild in '%s' at '%s'\nxmlAddChild function end with %s. err:'%s'",
+    {kStart, engine::kErrorEnd.as(L"xmlAddChild")},
     L"Error text: `6` an unknown or stale handle, `1168` a document without root element, or `xpath` finds nothing it can remove (also when it does not parse or finds an attribute).",
     L"<xmlOpen path=\"%enginedir%app.config\" handle=\"cfg\"/>\n<xmlRemoveChild handle=\"cfg\" xpath=\"servers/server[@name='old']\">\n  <onerrorspec err=\"1168\"><trace value=\"no old server entry\"/></onerrorspec>\n</xmlRemoveChild>"};
 

@@ -17,7 +17,7 @@ bool prepareOverwrite(const std::wstring& source, uint64_t sourceTime, const std
   const auto targetTime = platform::lastWriteTime(target);
   if (!targetTime) return true;
   if (options.diffLWTOnly && sourceTime == *targetTime) {
-    engine::log(L"File '%s' skipped due to identical last write time", source.c_str());
+    engine::log(kSkippedSameTime, source.c_str());
     return false;
   }
   platform::clearReadOnly(target);
@@ -40,8 +40,7 @@ uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const Co
     if (!options.failIfExists && !prepareOverwrite(from, entry.lastWriteTime(), to, options)) return 0;
     if (!destReady) destReady = platform::createDirectories(dest);
     const uint32_t error = platform::copyFile(from, to, options.failIfExists);
-    engine::log(L"File '%s' copied to '%s' with %s (%d)", from.c_str(), to.c_str(), error ? L"ERROR" : L"SUCCESS",
-                static_cast<int>(error));
+    engine::log(kCopiedWith, from.c_str(), to.c_str(), error ? L"ERROR" : L"SUCCESS", static_cast<int>(error));
     return error;
   });
 }

@@ -3,9 +3,14 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/log_line.h"
 #include "functions/files/detail/path_filter.h"
 
 namespace api::files {
+
+// The lines of each file the copy skips or copies.
+constexpr engine::LogLine kSkippedSameTime{L"File '%s' skipped due to identical last write time"};
+constexpr engine::LogLine kCopiedWith{L"File '%s' copied to '%s' with %s (%d)"};
 
 struct CopyOptions {
   bool failIfExists = true;

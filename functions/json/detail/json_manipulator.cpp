@@ -44,17 +44,17 @@ std::optional<JsonLocation> FunctionJsonManipulator::elementByIndex(const std::w
                                                                     const std::wstring& indexText, int* index) const {
   std::optional<JsonLocation> found = findJson(handles(), handle);
   if (!found || !found->value->is<picojson::array>()) {
-    engine::log(L"Handle %s does not refer to a JSON array", handle.c_str());
+    engine::log(kNotAnArray, handle.c_str());
     return std::nullopt;
   }
   const std::optional<int> parsed = parseIndex(indexText);
   if (!parsed) {
-    engine::log(L"Could not convert %s to an integer index", indexText.c_str());
+    engine::log(kNotAnIndex, indexText.c_str());
     return std::nullopt;
   }
   picojson::array& elements = found->value->get<picojson::array>();
   if (*parsed < 0 || static_cast<size_t>(*parsed) >= elements.size()) {
-    engine::log(L"Index %s is out of bounds for array %s", indexText.c_str(), handle.c_str());
+    engine::log(kOutOfBounds, indexText.c_str(), handle.c_str());
     return std::nullopt;
   }
   if (index) *index = *parsed;
@@ -67,18 +67,18 @@ picojson::array* FunctionJsonManipulator::arrayForEdit(const std::wstring& handl
                                                        bool endAllowed, size_t& index) const {
   picojson::value* array = findJsonOf<picojson::array>(handles(), handle);
   if (!array) {
-    logTagged(L" handle %s does not refer to a JSON array", handle.c_str());
+    engine::log(kEditNotAnArray, name().c_str(), handle.c_str());
     return nullptr;
   }
   const std::optional<int> parsed = parseIndex(indexText);
   if (!parsed) {
-    logTagged(L" could not convert %s to an integer index", indexText.c_str());
+    engine::log(kEditNotAnIndex, name().c_str(), indexText.c_str());
     return nullptr;
   }
   picojson::array& elements = array->get<picojson::array>();
   const size_t limit = endAllowed ? elements.size() + 1 : elements.size();
   if (*parsed < 0 || static_cast<size_t>(*parsed) >= limit) {
-    logTagged(L" index %s is out of bounds for array %s", indexText.c_str(), handle.c_str());
+    engine::log(kEditOutOfBounds, name().c_str(), indexText.c_str(), handle.c_str());
     return nullptr;
   }
   index = static_cast<size_t>(*parsed);
@@ -89,9 +89,9 @@ bool FunctionJsonManipulator::convertScalar(const ScalarSource& source, const st
                                             picojson::value& out) const {
   switch (source.convert(expanded, out)) {
     case ScalarSource::Error::None: return true;
-    case ScalarSource::Error::Number: logTagged(L" cannot convert value %s to number", expanded.c_str()); break;
-    case ScalarSource::Error::Boolean: logTagged(L" cannot convert value %s to boolean", expanded.c_str()); break;
-    case ScalarSource::Error::Type: logTagged(L" unrecognized value type"); break;
+    case ScalarSource::Error::Number: engine::log(kNotANumber, name().c_str(), expanded.c_str()); break;
+    case ScalarSource::Error::Boolean: engine::log(kNotABoolean, name().c_str(), expanded.c_str()); break;
+    case ScalarSource::Error::Type: engine::log(kUnknownValueType, name().c_str()); break;
   }
   return false;
 }

@@ -10,8 +10,8 @@ const Parameters& ServiceFunction::parameters() {
   return list;
 }
 
-uint32_t ServiceFunction::failedTo(uint32_t error, const wchar_t* what) const {
-  engine::log(L"%s %s", name().c_str(), what);
+uint32_t ServiceFunction::failedTo(uint32_t error, StepLine what) const {
+  engine::log(what, name().c_str());
   return error;
 }
 

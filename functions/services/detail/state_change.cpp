@@ -17,21 +17,20 @@ const Parameters& ServiceStateChange::parameters() {
 void ServiceStateChange::execute() {
   clearResult();
   const std::wstring name = expand(name_);
-  engine::log(L"%s function called for '%s', after wait for %d ms", this->name().c_str(), name.c_str(), waitTime_);
+  engine::log(kStateChangeStart, this->name().c_str(), name.c_str(), waitTime_);
   finishWith(change(name));
 }
 
 uint32_t ServiceStateChange::change(const std::wstring& name) const {
   UniqueServiceHandle manager, service;
   if (const uint32_t error = platform::openServiceManager(SC_MANAGER_ENUMERATE_SERVICE, manager))
-    return failedTo(error, L"cannot open scm");
+    return failedTo(error, kCannotOpenScm);
   if (const uint32_t error = platform::openService(manager, name, SERVICE_QUERY_STATUS | request_.access, service))
-    return failedTo(error, L"cannot open service");
+    return failedTo(error, kCannotOpenService);
   uint32_t state = 0;
-  if (const uint32_t error = platform::queryServiceState(service, state))
-    return failedTo(error, L"cannot query status");
+  if (const uint32_t error = platform::queryServiceState(service, state)) return failedTo(error, kCannotQueryStatus);
   if (state == request_.awaitedState) {
-    engine::log(L"%s %s", this->name().c_str(), request_.already);
+    engine::log(request_.already, this->name().c_str());
     return 0;
   }
   if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);
@@ -43,7 +42,7 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
     if (remaining < 1) return WAIT_TIMEOUT;
     platform::sleep(100);
     if (const uint32_t error = platform::queryServiceState(service, state))
-      return failedTo(error, L"cannot query status2");
+      return failedTo(error, kCannotQueryStatusAgain);
   }
   return 0;
 }

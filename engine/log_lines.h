@@ -1,0 +1,40 @@
+#pragma once
+// The lines the engine logs itself: the end line of each function kind, the
+// jumps into handlers and labels, and the framing of a run.
+#include <span>
+
+#include "engine/log_line.h"
+
+namespace engine {
+
+// End lines; the leading %s is the tag (or the subject the function names).
+inline constexpr LogLine kErrorEnd{L"%s function end with %s. err:'%s'"};
+inline constexpr LogLine kBoolEnd{L"%s function end with %s."};
+inline constexpr LogLine kSubjectEnd{L"%s end with %s"};
+
+inline constexpr LogLine kGoTo{L"GoTo label '%s'"};
+inline constexpr LogLine kEnterOnErrorGoTo{L"Entering onErrorGoTo handler. err='%s'"};
+inline constexpr LogLine kEnterOnFalse{L"Entering onFalse handler."};
+inline constexpr LogLine kEnterOnTrue{L"Entering onTrue handler."};
+inline constexpr LogLine kEnterOnSuccess{L"Entering onsuccess handler."};
+// No full stop before "err=", unlike the other handlers: the program's
+// established wording, which scripts and log readers match.
+inline constexpr LogLine kEnterOnErrorSpec{L"Entering onerrorspec handler err='%s'"};
+inline constexpr LogLine kEnterOnError{L"Entering onerror handler. err='%s'"};
+
+inline constexpr LogLine kStarted{L"Started"};
+inline constexpr LogLine kCommandLineParsed{L"Command line parsed, validate arguments"};
+inline constexpr LogLine kPrepare{L"Prepare"};
+inline constexpr LogLine kExecute{L"Execute"};
+inline constexpr LogLine kStartExecuting{L"Start executing"};
+inline constexpr LogLine kStopExecuting{L"Stop executing"};
+inline constexpr LogLine kEnd{L"End"};
+inline constexpr LogLine kFreeingLeak{L"Freeing leak: %p of type %d"};
+
+// The lines a run logs around and between its functions' own lines.
+inline constexpr LogLine kFramingLines[] = {
+    kGoTo,       kEnterOnErrorGoTo,  kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
+    kStarted,    kCommandLineParsed, kPrepare,      kExecute,     kStartExecuting, kStopExecuting,    kEnd,
+    kFreeingLeak};
+
+}  // namespace engine

@@ -23,6 +23,7 @@ inline constexpr LogLine kEnterOnErrorSpec{L"Entering onerrorspec handler err='%
 inline constexpr LogLine kEnterOnError{L"Entering onerror handler. err='%s'"};
 
 inline constexpr LogLine kStarted{L"Started"};
+inline constexpr LogLine kLoadingXml{L"Loading xml"};
 inline constexpr LogLine kCommandLineParsed{L"Command line parsed, validate arguments"};
 inline constexpr LogLine kPrepare{L"Prepare"};
 inline constexpr LogLine kExecute{L"Execute"};
@@ -33,8 +34,8 @@ inline constexpr LogLine kFreeingLeak{L"Freeing leak: %p of type %d"};
 
 // The lines a run logs around and between its functions' own lines.
 inline constexpr LogLine kFramingLines[] = {
-    kGoTo,       kEnterOnErrorGoTo,  kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
-    kStarted,    kCommandLineParsed, kPrepare,      kExecute,     kStartExecuting, kStopExecuting,    kEnd,
+    kGoTo, kEnterOnErrorGoTo, kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
+    kStarted, kCommandLineParsed, kLoadingXml, kPrepare, kExecute, kStartExecuting, kStopExecuting, kEnd,
     kFreeingLeak};
 
 }  // namespace engine

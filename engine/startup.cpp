@@ -63,7 +63,7 @@ int loadScript(const CommandLine& args, TiXmlDocument& document) {
   const std::wstring path = args.scriptPath;
   std::vector<unsigned char> bytes;
   if (!args.decrypt) {
-    log(L"Loading xml");
+    log(kLoadingXml);
     const uint32_t error = platform::readWholeFile(path, bytes);
     if (error || !parseScript(reinterpret_cast<const char*>(bytes.data()), bytes.size(), document)) {
       log(L"Cannot load xml file '%s'\n", path.c_str());

@@ -60,6 +60,16 @@ void FunctionRetError::logEnd(const wchar_t* tag) const {
   log(kErrorEnd, tag ? tag : name().c_str(), failed_ ? L"error" : L"success", errorText_.c_str());
 }
 
+void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
+  constexpr uint32_t kWaitTimeout = 258;  // WAIT_TIMEOUT
+  if (code == kWaitTimeout) {
+    fail(L"timeout");
+  } else if (code != 0) {
+    fail(code);
+  }
+  logEnd(tag);
+}
+
 void FunctionRetBool::finish(bool result) {
   result_ = result;
   log(kBoolEnd, name().c_str(), result ? L"True" : L"False");

@@ -82,6 +82,9 @@ class FunctionRetError : public FunctionBase {
   // "<tag> function end with success|error. err:'<text>'"; `tag` defaults to
   // this function's own name.
   void logEnd(const wchar_t* tag = nullptr) const;
+  // Records a Windows code as the outcome (0 success; 258, a wait that ran
+  // out, reads "timeout"; any other is the error text), then logs the end line.
+  void endWith(uint32_t code, const wchar_t* tag = nullptr);
 
  private:
   std::wstring errorText_;

@@ -14,22 +14,8 @@ using engine::FunctionRetError;
 using engine::Need;
 using engine::Parameters;
 
-// Every process function ends on one Windows code: 0 is success, 258 (a wait
-// that ran out) reads "timeout", any other code is the error text.
-class ProcessFunction : public FunctionRetError {
- protected:
-  static constexpr uint32_t kWaitTimeout = 258;
-
-  // Records the outcome and logs the end line (under `tag`, else the function's own).
-  void end(uint32_t code, const wchar_t* tag = nullptr) {
-    if (code == kWaitTimeout) {
-      fail(L"timeout");
-    } else if (code != 0) {
-      fail(code);
-    }
-    logEnd(tag);
-  }
-};
+// Every process function ends on one Windows code (endWith).
+using ProcessFunction = FunctionRetError;
 
 // processRun.
 class FunctionProcessStart : public ProcessFunction {

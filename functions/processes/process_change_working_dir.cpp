@@ -26,7 +26,7 @@ void FunctionProcessChangeWorkingDir::execute() {
   // The long-path prefix lets the directory exceed 260 characters.
   const uint32_t error = platform::setCurrentDirectory(L"\\\\?\\" + directory);
   if (error == 0) variables().set(L"currentdir", directory);
-  end(error);
+  endWith(error);
 }
 
 const engine::TagDoc FunctionProcessChangeWorkingDir::doc{

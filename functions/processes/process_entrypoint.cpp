@@ -41,7 +41,7 @@ void FunctionProcessEntrypoint::execute() {
     engine::log(kDLLCrashedInFunction, path.c_str(), entryPoint.c_str(), text.c_str(), integer_);
     call.code = ERROR_GEN_FAILURE;
   }
-  end(call.code, L"ProcessEntrypoint");
+  endWith(call.code, L"ProcessEntrypoint");
 }
 
 const engine::TagDoc FunctionProcessEntrypoint::doc{

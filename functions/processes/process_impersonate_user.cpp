@@ -35,13 +35,13 @@ void FunctionProcessImpersonateUser::execute() {
   engine::log(kStart, domain.c_str(), user.c_str());
   if (encrypted_) password = detail::decipherPassword(*password);
   if (!password) {
-    end(ERROR_DECRYPTION_FAILED);  // no logon is tried
+    endWith(ERROR_DECRYPTION_FAILED);  // no logon is tried
     return;
   }
   platform::UniqueToken token;
   const uint32_t error = platform::impersonateUser(domain, user, *password, token);
   if (error == 0) detail::keepImpersonation(runtime(), std::move(token));
-  end(error);
+  endWith(error);
 }
 
 const engine::TagDoc FunctionProcessImpersonateUser::doc{

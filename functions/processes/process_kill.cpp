@@ -42,7 +42,7 @@ void FunctionProcessKill::execute() {
     engine::log(kCannotTerminateProcessError, id, error);
     if (kept == 0) kept = error;
   }
-  end(kept);
+  endWith(kept);
 }
 
 const engine::TagDoc FunctionProcessKill::doc{

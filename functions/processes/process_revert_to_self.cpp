@@ -15,7 +15,7 @@ constexpr engine::LogLine kStart{L"processRevertToSelf function called"};
 void FunctionProcessRevertToSelf::execute() {
   clearResult();
   engine::log(kStart);
-  end(detail::endImpersonation(runtime()));
+  endWith(detail::endImpersonation(runtime()));
 }
 
 const engine::TagDoc FunctionProcessRevertToSelf::doc{

@@ -30,7 +30,7 @@ void FunctionProcessStart::execute() {
   // The blank stays when there are no arguments: programs have always seen it.
   const std::wstring commandLine = L'"' + path + L"\" " + arguments;
   engine::flushLogBeforeWait();
-  end(platform::runProcess(commandLine, directory, static_cast<uint32_t>(waitMilliseconds_)));
+  endWith(platform::runProcess(commandLine, directory, static_cast<uint32_t>(waitMilliseconds_)));
 }
 
 const engine::TagDoc FunctionProcessStart::doc{

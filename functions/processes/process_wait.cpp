@@ -51,7 +51,7 @@ void FunctionProcessWait::execute() {
   const std::wstring name = detail::normaliseProcessName(expand(name_));
   engine::log(kStart, name.c_str(), waitMilliseconds_);
   engine::flushLogBeforeWait();
-  end(waitForEach(name, detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
+  endWith(waitForEach(name, detail::processesNamed(name), static_cast<uint32_t>(waitMilliseconds_)));
 }
 
 const engine::TagDoc FunctionProcessWait::doc{

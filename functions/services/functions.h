@@ -32,8 +32,6 @@ class ServiceFunction : public FunctionRetError {
  protected:
   // Logs the line of a failed step and hands its error on.
   uint32_t failedTo(uint32_t error, StepLine what) const;
-  // Records `error` (258 reads "timeout") and logs the end line.
-  void finishWith(uint32_t error);
 
   std::wstring name_;
 };

@@ -62,7 +62,7 @@ void FunctionServiceCreate::execute() {
   } else if ((error = platform::createService(manager, service)) != 0) {
     error = failedTo(error, kCannotCreate);
   }
-  finishWith(error);
+  endWith(error);
 }
 
 const engine::TagDoc FunctionServiceCreate::doc{

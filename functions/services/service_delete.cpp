@@ -15,7 +15,7 @@ void FunctionServiceDelete::execute() {
   clearResult();
   const std::wstring name = expand(name_);
   engine::log(kStart, name.c_str());
-  finishWith(remove(name));
+  endWith(remove(name));
 }
 
 // A running service is not stopped first: the manager only marks it for

@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/services/functions.h"
 
@@ -13,15 +11,6 @@ const Parameters& ServiceFunction::parameters() {
 uint32_t ServiceFunction::failedTo(uint32_t error, StepLine what) const {
   engine::log(what, name().c_str());
   return error;
-}
-
-void ServiceFunction::finishWith(uint32_t error) {
-  if (error == WAIT_TIMEOUT) {
-    fail(L"timeout");
-  } else if (error != 0) {
-    fail(error);
-  }
-  logEnd();
 }
 
 }  // namespace api::services

@@ -18,7 +18,7 @@ void ServiceStateChange::execute() {
   clearResult();
   const std::wstring name = expand(name_);
   engine::log(kStateChangeStart, this->name().c_str(), name.c_str(), waitTime_);
-  finishWith(change(name));
+  endWith(change(name));
 }
 
 uint32_t ServiceStateChange::change(const std::wstring& name) const {

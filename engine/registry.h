@@ -70,6 +70,27 @@ Tag tag(const wchar_t* name) {
   return {name, kindOf<F>(), &create<F>, &F::parameters, doc};
 }
 
+template <class F, const auto& variant>
+std::unique_ptr<FunctionBase> createVariant() {
+  return std::make_unique<F>(variant);
+}
+
+template <class F, const auto& variant>
+const Parameters& variantParameters() {
+  if constexpr (requires { F::parameters(variant); })
+    return F::parameters(variant);
+  else
+    return F::parameters();
+}
+
+// The tag `name` made by class F for one of the tags it serves: F is built
+// from `variant`, a constant that says what sets the tag apart, describes it
+// (`variant.doc`) and may choose its attributes (F::parameters(variant)).
+template <class F, const auto& variant>
+Tag tag(const wchar_t* name) {
+  return {name, kindOf<F>(), &createVariant<F, variant>, &variantParameters<F, variant>, &variant.doc};
+}
+
 // The handler elements a function of `kind` may hold.
 std::span<const wchar_t* const> handlerNames(FunctionKind kind);
 

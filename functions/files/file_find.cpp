@@ -40,26 +40,32 @@ uint32_t searchDirectory(const Search& search, const std::wstring& directory, in
   return error;
 }
 
+const engine::TagDoc kFileFindDoc{
+    L"Stores in `var` the full paths of the files under `dir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `dir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
+    {kStart.as(L"fileFind"), engine::kErrorEnd.as(L"fileFind")},
+    L"Error text: the Windows code when `dir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
+    L"<fileFind dir=\"C:\\Program Files\\App\" pattern=\"*.dll\" var=\"dlls\" delim=\";\" depth=\"2\"/>\n<trace value=\"installed libraries: %dlls%\"/>"};
+
+const engine::TagDoc kDirFindDoc{
+    L"Stores in `var` the full paths of the directories under `rootDir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `rootDir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
+    {kStart.as(L"dirFind"), engine::kErrorEnd.as(L"dirFind")},
+    L"Error text: the Windows code when `rootDir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
+    L"<dirFind rootDir=\"C:\\Program Files\\App\\plugins\" pattern=\"*\" var=\"plugins\" delim=\"|\"/>\n<trace value=\"plugins: %plugins%\"/>"};
+
 }  // namespace
 
-const Parameters& FunctionFileFind::searchParameters() {
-  static const Parameters list = {engine::text<&FunctionFileFind::pattern_>(L"pattern", Need::NonEmpty),
-                                  engine::variable<&FunctionFileFind::var_>(L"var", Need::NonEmpty),
-                                  engine::literal<&FunctionFileFind::delim_>(L"delim", Need::NonEmpty),
-                                  engine::integer<&FunctionFileFind::depth_>(L"depth", Need::Optional, L"0")};
-  return list;
-}
+const FunctionFileFind::Variant kFileFind{false, kFileFindDoc};
+const FunctionFileFind::Variant kDirFind{true, kDirFindDoc};
 
-const Parameters& FunctionFileFind::parameters() {
-  static const Parameters list =
-      engine::joined({engine::text<&FunctionFileFind::root_>(L"dir", Need::NonEmpty)}, searchParameters());
-  return list;
-}
-
-const Parameters& FunctionDirFind::parameters() {
-  static const Parameters list =
-      engine::joined({engine::text<&FunctionDirFind::root_>(L"rootDir", Need::NonEmpty)}, searchParameters());
-  return list;
+const Parameters& FunctionFileFind::parameters(const Variant& variant) {
+  using F = FunctionFileFind;
+  const Parameters search = {engine::text<&F::pattern_>(L"pattern", Need::NonEmpty),
+                             engine::variable<&F::var_>(L"var", Need::NonEmpty),
+                             engine::literal<&F::delim_>(L"delim", Need::NonEmpty),
+                             engine::integer<&F::depth_>(L"depth", Need::Optional, L"0")};
+  static const Parameters files = engine::joined({engine::text<&F::root_>(L"dir", Need::NonEmpty)}, search);
+  static const Parameters directories = engine::joined({engine::text<&F::root_>(L"rootDir", Need::NonEmpty)}, search);
+  return variant.directories ? directories : files;
 }
 
 // The variable is always written, empty when nothing matched. Only a root
@@ -75,17 +81,5 @@ void FunctionFileFind::execute() {
   if (error != 0 && error != ERROR_FILE_NOT_FOUND && error != ERROR_NO_MORE_FILES) fail(error);
   logEnd(tag);
 }
-
-const engine::TagDoc FunctionFileFind::doc{
-    L"Stores in `var` the full paths of the files under `dir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `dir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
-    {kStart.as(L"fileFind"), engine::kErrorEnd.as(L"fileFind")},
-    L"Error text: the Windows code when `dir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
-    L"<fileFind dir=\"C:\\Program Files\\App\" pattern=\"*.dll\" var=\"dlls\" delim=\";\" depth=\"2\"/>\n<trace value=\"installed libraries: %dlls%\"/>"};
-
-const engine::TagDoc FunctionDirFind::doc{
-    L"Stores in `var` the full paths of the directories under `rootDir` whose names match the wildcard `pattern` (both expanded when it runs), each but the last followed by `delim` (taken as written). `depth` (default `0`: `rootDir` alone) is how many levels of subdirectories are searched too, read when the script is prepared; a directory's own matches come before those in its subdirectories. `var` is always written, empty when nothing matches.",
-    {kStart.as(L"dirFind"), engine::kErrorEnd.as(L"dirFind")},
-    L"Error text: the Windows code when `rootDir` cannot be listed, e.g. `3` it does not exist; no match is success, and a subdirectory that cannot be listed is passed over.",
-    L"<dirFind rootDir=\"C:\\Program Files\\App\\plugins\" pattern=\"*\" var=\"plugins\" delim=\"|\"/>\n<trace value=\"plugins: %plugins%\"/>"};
 
 }  // namespace api::files

@@ -7,9 +7,11 @@
 
 #include "engine/function.h"
 #include "engine/registry.h"
+#include "functions/close_handle.h"
 #include "functions/files/detail/path_filter.h"
 
 namespace api::files {
+
 
 using engine::FunctionBase;
 using engine::FunctionRetBool;
@@ -137,29 +139,27 @@ class FunctionFileDeletePattern : public DeleteFunction {
   static const engine::TagDoc doc;
 };
 
-// fileFind lists files under `dir`.
+// fileFind lists files under `dir`, dirFind directories under `rootDir`.
 class FunctionFileFind : public FunctionRetError {
  public:
-  FunctionFileFind() = default;
-  void execute() override;
-  static const Parameters& parameters();
-  static const engine::TagDoc doc;
+  // What sets the two tags apart.
+  struct Variant {
+    bool directories;
+    const engine::TagDoc& doc;
+  };
 
- protected:
-  explicit FunctionFileFind(bool directories) : directories_(directories) {}
-  static const Parameters& searchParameters();
+  explicit FunctionFileFind(const Variant& variant) : directories_(variant.directories) {}
+  void execute() override;
+  static const Parameters& parameters(const Variant& variant);
+
+ private:
   bool directories_ = false;
   std::wstring root_, pattern_, var_, delim_;
   int32_t depth_ = 0;
 };
 
-// dirFind lists directories under `rootDir`.
-class FunctionDirFind : public FunctionFileFind {
- public:
-  FunctionDirFind() : FunctionFileFind(true) {}
-  static const Parameters& parameters();
-  static const engine::TagDoc doc;
-};
+extern const FunctionFileFind::Variant kFileFind;
+extern const FunctionFileFind::Variant kDirFind;
 
 class FunctionFileOpenOrCreate : public FunctionRetBool {
  public:
@@ -193,14 +193,7 @@ class FunctionFileDownload : public FunctionRetError {
   std::wstring url_, file_;
 };
 
-class FunctionFileClose : public FunctionBase {
- public:
-  void execute() override;
-  static const Parameters& parameters();
-  static const engine::TagDoc doc;
-
- private:
-  std::wstring handle_;
-};
+// fileClose: the one close function, with its line and description.
+extern const FunctionCloseHandle::Variant kFileClose;
 
 }  // namespace api::files

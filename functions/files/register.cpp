@@ -13,8 +13,8 @@ void registerFunctions(engine::FunctionRegistry& r) {
       tag<FunctionDirCreate>(L"dirCreate"),
       tag<FunctionDirCopyRecursive>(L"dirCopyRec"),
       tag<FunctionDirDeleteRecursive>(L"dirDeleteRec"),
-      tag<FunctionFileFind>(L"fileFind"),
-      tag<FunctionDirFind>(L"dirFind"),
+      tag<FunctionFileFind, kFileFind>(L"fileFind"),
+      tag<FunctionFileFind, kDirFind>(L"dirFind"),
       tag<FunctionFileCopySingle>(L"fileCopySingle"),
       // fileMove and dirMove are one behaviour: the source tells files and directories apart.
       tag<FunctionFileMoveSingle>(L"fileMove"),
@@ -22,7 +22,7 @@ void registerFunctions(engine::FunctionRegistry& r) {
       tag<FunctionFileCopyPattern>(L"fileCopyPattern"),
       tag<FunctionFileDeletePattern>(L"fileDeletePattern"),
       tag<FunctionFileOpenOrCreate>(L"fileOpenOrCreate"),
-      tag<FunctionFileClose>(L"fileClose"),
+      tag<FunctionCloseHandle, kFileClose>(L"fileClose"),
       tag<FunctionFileWrite>(L"fileWrite"),
       tag<FunctionFileDownload>(L"fileDownload"),
   };

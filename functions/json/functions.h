@@ -7,11 +7,13 @@
 
 #include "engine/function.h"
 #include "engine/registry.h"
+#include "functions/close_handle.h"
 #include "engine/log.h"
 #include "functions/json/detail/json_handles.h"
 #include "functions/json/detail/json_values.h"
 
 namespace api::json {
+
 
 using engine::Need;
 using engine::Parameters;
@@ -81,17 +83,8 @@ class FunctionJsonOpen : public engine::FunctionRetBool {
   std::wstring path_, handle_;
 };
 
-// Neither sets nor logs a result.
-// Plain: it has no result, so it takes no handlers.
-class FunctionJsonClose : public engine::FunctionBase {
- public:
-  void execute() override;
-  static const engine::TagDoc doc;
-  static const engine::Parameters& parameters();
-
- private:
-  std::wstring handle_;
-};
+// jsonClose: the one close function, with its line and description.
+extern const FunctionCloseHandle::Variant kJsonClose;
 
 class FunctionJsonSave : public FunctionJsonManipulator {
  public:

@@ -8,7 +8,7 @@ using engine::tag;
 void registerFunctions(engine::FunctionRegistry& r) {
   static const engine::Tag tags[] = {
       tag<FunctionJsonOpen>(L"jsonOpen"),
-      tag<FunctionJsonClose>(L"jsonClose"),
+      tag<FunctionCloseHandle, kJsonClose>(L"jsonClose"),
       tag<FunctionJsonSave>(L"jsonSave"),
       tag<FunctionJsonGetTypeFromObject>(L"jsonGetTypeFromObject"),
       tag<FunctionJsonGetTypeFromArray>(L"jsonGetTypeFromArray"),

@@ -55,35 +55,25 @@ constexpr engine::LogLine kNameListStart{L"%s function called for %p\\%s store t
 // regGetKeys and regGetValues: the names in `var`, each followed by `delim`.
 class NameList : public KeyErrorFunction {
  public:
+  // What sets the two tags apart: the access the listing needs, and the
+  // listing itself (0 or an error code).
+  struct Variant {
+    REGSAM access;
+    uint32_t (*list)(HKEY key, std::vector<std::wstring>& names);
+    const engine::TagDoc& doc;
+  };
+
+  explicit NameList(const Variant& variant) : variant_(variant) {}
   void execute() override;
   static const Parameters& parameters();
 
- protected:
-  // The access the listing needs, and the listing itself (0 or an error code).
-  virtual REGSAM access() const = 0;
-  virtual uint32_t list(HKEY key, std::vector<std::wstring>& names) const = 0;
-
  private:
+  const Variant& variant_;
   std::wstring var_, delim_;
 };
 
-class FunctionRegGetKeys : public NameList {
- public:
-  static const engine::TagDoc doc;
-
- protected:
-  REGSAM access() const override;
-  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
-};
-
-class FunctionRegGetValues : public NameList {
- public:
-  static const engine::TagDoc doc;
-
- protected:
-  REGSAM access() const override;
-  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
-};
+extern const NameList::Variant kRegGetKeys;
+extern const NameList::Variant kRegGetValues;
 
 class FunctionRegWrite : public KeyErrorFunction {
  public:

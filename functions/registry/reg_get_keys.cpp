@@ -4,16 +4,16 @@
 
 namespace api::registry {
 
-REGSAM FunctionRegGetKeys::access() const { return KEY_ENUMERATE_SUB_KEYS; }
+namespace {
 
-uint32_t FunctionRegGetKeys::list(HKEY key, std::vector<std::wstring>& names) const {
-  return platform::subkeyNames(key, names);
-}
-
-const engine::TagDoc FunctionRegGetKeys::doc{
+const engine::TagDoc doc{
     L"Stores in `var` the names of the subkeys of `root`\\`key`, each followed by `delim` (the last one too), in the order the registry lists them; a key without subkeys gives the empty text. `key` and `delim` are expanded when it runs; on failure `var` keeps what it had.",
     {kNameListStart.as(L"regGetKeys"), engine::kErrorEnd.as(L"regGetKeys")},
     L"Error text: `2` a missing key, `5` access denied, or another Windows code of the listing.",
     L"<regGetKeys root=\"HKEY_LOCAL_MACHINE\" key=\"SOFTWARE\\Contoso\\App\\Plugins\" delim=\";\" var=\"plugins\"/>\n<trace value=\"plugins: %plugins%\"/>"};
+
+}  // namespace
+
+const NameList::Variant kRegGetKeys{KEY_ENUMERATE_SUB_KEYS, platform::subkeyNames, doc};
 
 }  // namespace api::registry

@@ -4,16 +4,16 @@
 
 namespace api::registry {
 
-REGSAM FunctionRegGetValues::access() const { return KEY_QUERY_VALUE; }
+namespace {
 
-uint32_t FunctionRegGetValues::list(HKEY key, std::vector<std::wstring>& names) const {
-  return platform::valueNames(key, names);
-}
-
-const engine::TagDoc FunctionRegGetValues::doc{
+const engine::TagDoc doc{
     L"Stores in `var` the names of the values of `root`\\`key`, each followed by `delim` (the last one too), in the order the registry lists them; a default value the key holds is an empty name, and a key without values gives the empty text. `key` and `delim` are expanded when it runs; on failure `var` keeps what it had.",
     {kNameListStart.as(L"regGetValues"), engine::kErrorEnd.as(L"regGetValues")},
     L"Error text: `2` a missing key, `5` access denied, or another Windows code of the listing.",
     L"<regGetValues root=\"HKEY_CURRENT_USER\" key=\"Software\\Microsoft\\Windows\\CurrentVersion\\Run\" delim=\"|\" var=\"startup\"/>\n<trace value=\"started with Windows: %startup%\"/>"};
+
+}  // namespace
+
+const NameList::Variant kRegGetValues{KEY_QUERY_VALUE, platform::valueNames, doc};
 
 }  // namespace api::registry

@@ -8,8 +8,8 @@ using engine::tag;
 void registerFunctions(engine::FunctionRegistry& r) {
   static const engine::Tag tags[] = {
       tag<FunctionRegRead>(L"regRead"),
-      tag<FunctionRegGetKeys>(L"regGetKeys"),
-      tag<FunctionRegGetValues>(L"regGetValues"),
+      tag<NameList, kRegGetKeys>(L"regGetKeys"),
+      tag<NameList, kRegGetValues>(L"regGetValues"),
       tag<FunctionRegWrite>(L"regWrite"),
       tag<FunctionRegExistsKey>(L"regExistsKey"),
       tag<FunctionRegCreateKey>(L"regCreateKey"),

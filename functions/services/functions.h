@@ -47,6 +47,7 @@ class ServiceStateChange : public ServiceFunction {
     StepLine already;        // the line when the service is in that state already
     StepLine refused;        // the line when the request fails
     uint32_t (*send)(const UniqueServiceHandle&);
+    const engine::TagDoc& doc;
   };
 
   explicit ServiceStateChange(const Request& request) : request_(request) {}
@@ -60,17 +61,9 @@ class ServiceStateChange : public ServiceFunction {
   int32_t waitTime_ = 0;
 };
 
-class FunctionServiceStart : public ServiceStateChange {
- public:
-  FunctionServiceStart();
-  static const engine::TagDoc doc;
-};
-
-class FunctionServiceStop : public ServiceStateChange {
- public:
-  FunctionServiceStop();
-  static const engine::TagDoc doc;
-};
+// serviceStart and serviceStop.
+extern const ServiceStateChange::Request kServiceStart;
+extern const ServiceStateChange::Request kServiceStop;
 
 class FunctionServiceDelete : public ServiceFunction {
  public:

@@ -7,8 +7,8 @@ using engine::tag;
 
 void registerFunctions(engine::FunctionRegistry& r) {
   static const engine::Tag tags[] = {
-      tag<FunctionServiceStart>(L"serviceStart"),
-      tag<FunctionServiceStop>(L"serviceStop"),
+      tag<ServiceStateChange, kServiceStart>(L"serviceStart"),
+      tag<ServiceStateChange, kServiceStop>(L"serviceStop"),
       tag<FunctionServiceDelete>(L"serviceDelete"),
       tag<FunctionServiceCreate>(L"serviceCreate"),
   };

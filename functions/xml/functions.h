@@ -6,8 +6,10 @@
 
 #include "engine/function.h"
 #include "engine/registry.h"
+#include "functions/close_handle.h"
 
 namespace api::xml {
+
 
 using engine::FunctionBase;
 using engine::FunctionRetError;
@@ -24,16 +26,8 @@ class FunctionXmlOpen : public FunctionRetError {
   std::wstring path_, handle_;
 };
 
-// Writes no end line and keeps no result.
-class FunctionXmlClose : public FunctionBase {
- public:
-  void execute() override;
-  static const Parameters& parameters();
-  static const engine::TagDoc doc;
-
- private:
-  std::wstring handle_;
-};
+// xmlClose: the one close function, with its line and description.
+extern const FunctionCloseHandle::Variant kXmlClose;
 
 class FunctionXmlSave : public FunctionRetError {
  public:

@@ -8,7 +8,7 @@ using engine::tag;
 void registerFunctions(engine::FunctionRegistry& r) {
   static const engine::Tag tags[] = {
       tag<FunctionXmlOpen>(L"xmlOpen"),
-      tag<FunctionXmlClose>(L"xmlClose"),
+      tag<FunctionCloseHandle, kXmlClose>(L"xmlClose"),
       tag<FunctionXmlSave>(L"xmlSave"),
       tag<FunctionXmlAddChild>(L"xmlAddChild"),
       tag<FunctionXmlRemoveChild>(L"xmlRemoveChild"),

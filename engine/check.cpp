@@ -10,6 +10,7 @@
 
 #include "engine/ascii.h"
 #include "engine/expansion.h"
+#include "engine/loops.h"
 #include "platform/environment.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -109,17 +110,9 @@ class Walker {
 
   void visit(const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
     const std::string_view name = element.ValueStr();
-    if (name == "for") {
-      if (const char* var = element.Attribute("var")) assigned_.insert(wide(var));
-      noteReads(element, element.Attribute("value"));
-      pushChildren(element, pending);
-      return;
-    }
-    if (name == "xmlForEach") {
-      noteHandle(element, element.Attribute("handle"));
-      if (const char* dest = element.Attribute("destHandle")) opened_.insert(wide(dest));
-      noteReads(element, element.Attribute("xpath"));
-      noteReads(element, element.Attribute("step"));
+    if (const Loop* loop = findLoop(name)) {
+      for (const Parameter& p : loop->parameters)
+        if (const char* value = element.Attribute(platform::toUtf8(p.name).c_str())) noteAttribute(p, element, value);
       pushChildren(element, pending);
       return;
     }

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <vector>
 
+#include "engine/loops.h"
 #include "platform/text.h"
 
 namespace engine {
@@ -88,6 +89,14 @@ void schemaFunction(std::ostream& out, const Tag& tag) {
   out << "  </xs:complexType>\n";
 }
 
+// A loop: its body is the functions group, then its attributes.
+void schemaLoop(std::ostream& out, const Loop& loop) {
+  out << "  <xs:complexType name=\"" << utf8(loop.name) << "\">\n    <xs:annotation><xs:documentation>"
+      << xmlEscaped(utf8(loop.summary)) << "</xs:documentation></xs:annotation>\n    <xs:group ref=\"functions\"/>\n";
+  for (const Parameter& p : loop.parameters) schemaAttribute(out, p);
+  out << "  </xs:complexType>\n";
+}
+
 constexpr const char* kSchemaHead = R"text(<?xml version="1.0" encoding="UTF-8"?>
 <!-- The schema of Upkeep scripts, made by `upkeep-check /schema` from the
      interpreter's own description of every tag. Regenerate it; do not edit. -->
@@ -109,21 +118,6 @@ constexpr const char* kSchemaHead = R"text(<?xml version="1.0" encoding="UTF-8"?
   <xs:complexType name="errorSpecHandler">
     <xs:group ref="functions"/>
     <xs:attribute name="err" type="nonEmpty" use="required"/>
-  </xs:complexType>
-  <xs:complexType name="for">
-    <xs:annotation><xs:documentation>Runs its body once for every item of `value`, split at any character of `delim`, with the item in the variable `var`.</xs:documentation></xs:annotation>
-    <xs:group ref="functions"/>
-    <xs:attribute name="var" type="nonEmpty" use="required"/>
-    <xs:attribute name="value" type="nonEmpty" use="required"/>
-    <xs:attribute name="delim" type="nonEmpty" use="required"/>
-  </xs:complexType>
-  <xs:complexType name="xmlForEach">
-    <xs:annotation><xs:documentation>Runs its body for the element `xpath` finds under `handle`, then for each element `step` finds from the previous one, with the element under `destHandle`.</xs:documentation></xs:annotation>
-    <xs:group ref="functions"/>
-    <xs:attribute name="handle" type="nonEmpty" use="required"/>
-    <xs:attribute name="xpath" type="xs:string"/>
-    <xs:attribute name="step" type="nonEmpty" use="required"/>
-    <xs:attribute name="destHandle" type="nonEmpty" use="required"/>
   </xs:complexType>
 )text";
 
@@ -214,10 +208,11 @@ runs it for each element found.
 std::string schemaText(const FunctionRegistry& registry) {
   std::ostringstream out;
   out << kSchemaHead;
+  for (const Loop& loop : loops()) schemaLoop(out, loop);
   out << "  <xs:group name=\"functions\">\n    <xs:sequence>\n"
-         "      <xs:choice minOccurs=\"0\" maxOccurs=\"unbounded\">\n"
-         "        <xs:element name=\"for\" type=\"for\"/>\n"
-         "        <xs:element name=\"xmlForEach\" type=\"xmlForEach\"/>\n";
+         "      <xs:choice minOccurs=\"0\" maxOccurs=\"unbounded\">\n";
+  for (const Loop& loop : loops())
+    out << "        <xs:element name=\"" << utf8(loop.name) << "\" type=\"" << utf8(loop.name) << "\"/>\n";
   for (const Tag* tag : registry.tags())
     out << "        <xs:element name=\"" << utf8(tag->name) << "\" type=\"" << utf8(tag->name) << "\"/>\n";
   out << "      </xs:choice>\n    </xs:sequence>\n  </xs:group>\n";

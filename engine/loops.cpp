@@ -3,8 +3,11 @@
 #include <cinttypes>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include <tinyxml.h>
+
+#include "platform/text.h"
 
 namespace engine {
 namespace {
@@ -15,11 +18,6 @@ std::string token(const void* first) {
   char text[32];
   std::snprintf(text, sizeof text, "%016" PRIX64, static_cast<uint64_t>(reinterpret_cast<uintptr_t>(first)));
   return text;
-}
-
-const char* nonEmptyAttribute(const TiXmlElement& element, const char* name) {
-  const char* value = element.Attribute(name);
-  return value && *value ? value : nullptr;
 }
 
 TiXmlElement* insertBefore(TiXmlElement& loop, const char* tag,
@@ -46,13 +44,10 @@ void moveBodyBefore(TiXmlElement& loop) {
 
 void remove(TiXmlElement& loop) { loop.Parent()->RemoveChild(&loop); }
 
-}  // namespace
-
 TiXmlElement* expandFor(TiXmlElement& loop) {
-  const char* var = nonEmptyAttribute(loop, "var");
-  const char* value = nonEmptyAttribute(loop, "value");
-  const char* delim = nonEmptyAttribute(loop, "delim");
-  if (!var || !value || !delim || !loop.Parent()) return nullptr;
+  const char* var = loop.Attribute("var");
+  const char* value = loop.Attribute("value");
+  const char* delim = loop.Attribute("delim");
 
   TiXmlElement* first = insertBefore(loop, "assign", {{"value", value}});
   const std::string t = token(first);
@@ -80,11 +75,10 @@ TiXmlElement* expandFor(TiXmlElement& loop) {
 }
 
 TiXmlElement* expandXmlForEach(TiXmlElement& loop) {
-  const char* handle = nonEmptyAttribute(loop, "handle");
-  const char* step = nonEmptyAttribute(loop, "step");
-  const char* dest = nonEmptyAttribute(loop, "destHandle");
+  const char* handle = loop.Attribute("handle");
+  const char* step = loop.Attribute("step");
+  const char* dest = loop.Attribute("destHandle");
   const char* xpath = loop.Attribute("xpath");
-  if (!handle || !step || !dest || !loop.Parent()) return nullptr;
 
   TiXmlElement* first =
       insertBefore(loop, "xmlGetElement", {{"handle", handle}, {"xpath", xpath ? xpath : ""}, {"destHandle", dest}});
@@ -100,6 +94,49 @@ TiXmlElement* expandXmlForEach(TiXmlElement& loop) {
   insertBefore(loop, "nothing", {{"id", end}});
   remove(loop);
   return first;
+}
+
+}  // namespace
+
+std::span<const Loop> loops() {
+  static const Loop list[] = {
+      {L"for",
+       L"Runs its body once for every item of `value`, split at any character of `delim`, with the item in the "
+       L"variable `var`.",
+       {checked(L"var", Form::Variable, Need::NonEmpty), checked(L"value", Form::Text, Need::NonEmpty),
+        checked(L"delim", Form::Literal, Need::NonEmpty)},
+       L"For function is invalid",
+       &expandFor},
+      {L"xmlForEach",
+       L"Runs its body for the element `xpath` finds under `handle`, then for each element `step` finds from the "
+       L"previous one, with the element under `destHandle`.",
+       {checked(L"handle", Form::Handle, Need::NonEmpty), checked(L"xpath", Form::Text, Need::Optional),
+        checked(L"step", Form::Text, Need::NonEmpty), checked(L"destHandle", Form::NewHandle, Need::NonEmpty)},
+       L"xmlForEach function is invalid",
+       &expandXmlForEach},
+  };
+  return list;
+}
+
+const Loop* findLoop(std::string_view name) {
+  for (const Loop& loop : loops())
+    if (platform::toUtf8(loop.name) == name) return &loop;
+  return nullptr;
+}
+
+bool usable(const Loop& loop, const TiXmlElement& element, std::wstring& why) {
+  std::vector<const wchar_t*> needed;
+  for (const Parameter& p : loop.parameters)
+    if (p.need == Need::NonEmpty) needed.push_back(p.name);
+  bool usable = element.Parent() != nullptr;
+  why.clear();
+  for (size_t i = 0; i < needed.size(); ++i) {
+    why.append(i == 0 ? L"'" : i + 1 == needed.size() ? L" and '" : L", '").append(needed[i]).append(L"'");
+    const char* value = element.Attribute(platform::toUtf8(needed[i]).c_str());
+    usable = usable && value && *value;
+  }
+  why += L" must be present and not empty";
+  return usable;
 }
 
 }  // namespace engine

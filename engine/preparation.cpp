@@ -89,18 +89,14 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
   FunctionBase* last = nullptr;
   for (TiXmlElement* element = parent.FirstChildElement(); element; element = element->NextSiblingElement()) {
     const std::string_view tag = element->ValueStr();
-    if (tag == "for" || tag == "xmlForEach") {
-      const bool isFor = tag == "for";
-      TiXmlElement* first = isFor ? expandFor(*element) : expandXmlForEach(*element);
-      if (!first) {
-        if (problem(element, isFor ? L"For function is invalid" : L"xmlForEach function is invalid",
-                    isFor ? L"'var', 'value' and 'delim' must be present and not empty"
-                          : L"'handle', 'step' and 'destHandle' must be present and not empty"))
-          continue;
+    if (const Loop* loop = findLoop(tag)) {
+      std::wstring why;
+      if (!usable(*loop, *element, why)) {
+        if (problem(element, loop->invalid, why)) continue;
         head.reset();
         return false;
       }
-      element = first;
+      element = loop->expand(*element);
     }
     std::unique_ptr<FunctionBase> function = buildFunction(owner, *element);
     if (stopped_) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -56,30 +57,14 @@ TEST(TemplateMatch, ConversionsStandForTheirText) {
   EXPECT_FALSE(matches("Copy 'a' to", "Copy '%s' to '%s'"));
 }
 
-// Runs `command` and returns its standard output.
-std::string output(std::wstring command) {
-  SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
-  HANDLE readEnd = nullptr, writeEnd = nullptr;
-  if (!CreatePipe(&readEnd, &writeEnd, &inherit, 0)) return {};
-  SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
-  STARTUPINFOW startup{};
-  startup.cb = sizeof(startup);
-  startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdOutput = writeEnd;
-  PROCESS_INFORMATION process{};
-  const BOOL started =
-      CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process);
-  CloseHandle(writeEnd);
+// Runs `command` through the command interpreter and returns its standard output.
+std::string output(const std::wstring& command) {
   std::string text;
+  FILE* pipe = _wpopen((L"\"" + command + L"\"").c_str(), L"rb");
+  if (!pipe) return text;
   char buffer[4096];
-  DWORD read = 0;
-  while (started && ReadFile(readEnd, buffer, sizeof buffer, &read, nullptr) && read) text.append(buffer, read);
-  if (started) {
-    WaitForSingleObject(process.hProcess, INFINITE);
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
-  }
-  CloseHandle(readEnd);
+  for (size_t read; (read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, read);
+  _pclose(pipe);
   return text;
 }
 

@@ -25,11 +25,17 @@ enum class Arg : uint8_t { Wide, Narrow, Integer, Pointer, Other };
 template <class T>
 consteval Arg argOf() {
   using U = std::remove_cv_t<T>;
-  if constexpr (std::is_same_v<U, const wchar_t*> || std::is_same_v<U, wchar_t*>) return Arg::Wide;
-  else if constexpr (std::is_same_v<U, const char*> || std::is_same_v<U, char*>) return Arg::Narrow;
-  else if constexpr ((std::is_integral_v<U> || std::is_enum_v<U>) && sizeof(U) <= 4) return Arg::Integer;
-  else if constexpr (std::is_pointer_v<U>) return Arg::Pointer;
-  else return Arg::Other;
+  if constexpr (std::is_same_v<U, const wchar_t*> || std::is_same_v<U, wchar_t*>) {
+    return Arg::Wide;
+  } else if constexpr (std::is_same_v<U, const char*> || std::is_same_v<U, char*>) {
+    return Arg::Narrow;
+  } else if constexpr (sizeof(U) <= 4 && (std::is_integral_v<U> || std::is_enum_v<U>)) {
+    return Arg::Integer;
+  } else if constexpr (std::is_pointer_v<U>) {
+    return Arg::Pointer;
+  } else {
+    return Arg::Other;
+  }
 }
 
 // Not constexpr: reaching it in a check stops the compilation there.
@@ -45,13 +51,17 @@ consteval void check(const wchar_t* format, std::initializer_list<Arg> args) {
     if (*++at == L'%') continue;
     while (*at == L'-' || *at == L'+' || *at == L' ' || *at == L'#' || *at == L'0') ++at;
     while (isDigit(*at) || *at == L'.') ++at;
-    bool narrow = false;
-    if (*at == L'h') narrow = true;
-    if (*at == L'h' || *at == L'l' || *at == L'w') ++at;
+    const bool narrow = *at == L'h';
+    if (narrow || *at == L'l' || *at == L'w') ++at;
     Arg wanted = Arg::Other;
     switch (*at) {
       case L's': wanted = narrow ? Arg::Narrow : Arg::Wide; break;
-      case L'd': case L'i': case L'u': case L'x': case L'X': case L'c': wanted = Arg::Integer; break;
+      case L'd':
+      case L'i':
+      case L'u':
+      case L'x':
+      case L'X':
+      case L'c': wanted = Arg::Integer; break;
       case L'p': wanted = Arg::Pointer; break;
       default: templateDoesNotMatchItsArguments();
     }

@@ -34,8 +34,8 @@ inline constexpr LogLine kFreeingLeak{L"Freeing leak: %p of type %d"};
 
 // The lines a run logs around and between its functions' own lines.
 inline constexpr LogLine kFramingLines[] = {
-    kGoTo, kEnterOnErrorGoTo, kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
-    kStarted, kCommandLineParsed, kLoadingXml, kPrepare, kExecute, kStartExecuting, kStopExecuting, kEnd,
-    kFreeingLeak};
+    kGoTo,    kEnterOnErrorGoTo,  kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
+    kStarted, kCommandLineParsed, kLoadingXml,   kPrepare,     kExecute,        kStartExecuting,   kStopExecuting,
+    kEnd,     kFreeingLeak};
 
 }  // namespace engine

@@ -32,6 +32,10 @@ constexpr engine::LogLine kEditOutOfBounds{L"%s index %s is out of bounds for ar
 constexpr engine::LogLine kNotANumber{L"%s cannot convert value %s to number"};
 constexpr engine::LogLine kNotABoolean{L"%s cannot convert value %s to boolean"};
 constexpr engine::LogLine kUnknownValueType{L"%s unrecognized value type"};
+constexpr engine::LogLine kUnknownNonScalarType{L"%s unrecognized non scalar type"};
+// A handle that holds no JSON object, after the tag; the getters end it with a full stop.
+constexpr engine::LogLine kNotAnObject{L"%s handle %s does not refer to a JSON object"};
+constexpr engine::LogLine kNotAnObjectStop{L"%s handle %s does not refer to a JSON object."};
 
 // Base of every JSON function but jsonOpen: the result, the path walk and the
 // array element by index.

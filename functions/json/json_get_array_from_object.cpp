@@ -6,7 +6,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonGetArrayFromObject %s from object handle %s and path %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{L"jsonGetArrayFromObject handle %s does not refer to a JSON object."};
 constexpr engine::LogLine kTheSpecifiedValueIs{L"jsonGetArrayFromObject the specified value is not an array"};
 
 }  // namespace
@@ -23,7 +22,7 @@ void FunctionJsonGetArrayFromObject::execute() {
   engine::log(kStart, arrayHandle_.c_str(), objectHandle_.c_str(), xpath.c_str());
   std::optional<helpers::JsonLocation> location = findObject(objectHandle_);
   if (!location) {
-    engine::log(kHandleDoesNotRefer, objectHandle_.c_str());
+    engine::log(helpers::kNotAnObjectStop, name().c_str(), objectHandle_.c_str());
     return end(false);
   }
   if (!walkPath(*location, xpath) || !location->value->is<picojson::array>()) {
@@ -36,7 +35,8 @@ void FunctionJsonGetArrayFromObject::execute() {
 
 const engine::TagDoc FunctionJsonGetArrayFromObject::doc{
     L"Stores under the handle name `arrayHandle` a node for the array at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `objectHandle`, replacing what the name held. The node follows its position in the document: after an edit it sees what is there now, or refers to nothing.",
-    {kStart, kHandleDoesNotRefer, kTheSpecifiedValueIs, engine::kSubjectEnd.as(L"jsonGetArrayFromObject")},
+    {kStart, helpers::kNotAnObjectStop.as(L"jsonGetArrayFromObject"), kTheSpecifiedValueIs,
+     engine::kSubjectEnd.as(L"jsonGetArrayFromObject")},
     L"True: `arrayHandle` names the array. False: `objectHandle` holds no JSON object, or the path is missing or holds no array; `arrayHandle` keeps what it held.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetArrayFromObject objectHandle=\"cfg\" arrayHandle=\"hosts\" xpath=\"server/hosts\"/>\n<jsonGetArrayLength handle=\"hosts\" var=\"count\"/>"};
 

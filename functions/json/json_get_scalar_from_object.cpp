@@ -6,7 +6,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonGetScalarFromObject %s from handle %s and path %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{L"jsonGetScalarFromObject handle %s does not refer to a JSON object."};
 constexpr engine::LogLine kTheSpecifiedValueIs{L"jsonGetScalarFromObject the specified value is not a scalar"};
 
 }  // namespace
@@ -23,7 +22,7 @@ void FunctionJsonGetScalarFromObject::execute() {
   engine::log(kStart, var_.c_str(), handle_.c_str(), xpath.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(kHandleDoesNotRefer, handle_.c_str());
+    engine::log(helpers::kNotAnObjectStop, name().c_str(), handle_.c_str());
     return end(false);
   }
   // A missing key and a non-scalar value give the same message.
@@ -37,7 +36,8 @@ void FunctionJsonGetScalarFromObject::execute() {
 
 const engine::TagDoc FunctionJsonGetScalarFromObject::doc{
     L"Stores in `var` the boolean, number or string at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`: `true` or `false`, a number as `jsonSave` writes it, a string's text up to any NUL character.",
-    {kStart, kHandleDoesNotRefer, kTheSpecifiedValueIs, engine::kSubjectEnd.as(L"jsonGetScalarFromObject")},
+    {kStart, helpers::kNotAnObjectStop.as(L"jsonGetScalarFromObject"), kTheSpecifiedValueIs,
+     engine::kSubjectEnd.as(L"jsonGetScalarFromObject")},
     L"True: `var` holds the value. False: `handle` holds no JSON object, the path is missing, or the value is an object, an array or `null`; `var` is unchanged.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetScalarFromObject handle=\"cfg\" xpath=\"server/port\" var=\"port\">\n  <onFalse><assign var=\"port\" value=\"443\"/></onFalse>\n</jsonGetScalarFromObject>"};
 

@@ -6,7 +6,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonGetTypeFromObject for handle %s with xpath %s into var %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{L"jsonGetTypeFromObject handle %s does not refer to a JSON object"};
 constexpr engine::LogLine kTheSpecifiedPathDoes{
     L"jsonGetTypeFromObject the specified path does not refer to a JSON field"};
 
@@ -25,7 +24,7 @@ void FunctionJsonGetTypeFromObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), var_.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(kHandleDoesNotRefer, handle_.c_str());
+    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
     return end(false);
   }
   if (!walkPath(*location, xpath)) {
@@ -38,7 +37,8 @@ void FunctionJsonGetTypeFromObject::execute() {
 
 const engine::TagDoc FunctionJsonGetTypeFromObject::doc{
     L"Stores in `var` the type of the value at the key path `xpath` below the object under `handle`: `object`, `array`, `string`, `boolean`, `number` or `null`. `xpath` is expanded when it runs and lists object keys separated by `/` (empty steps skipped, no array indexes); an empty one gives the handle's own value, which must be an object too.",
-    {kStart, kHandleDoesNotRefer, kTheSpecifiedPathDoes, engine::kSubjectEnd.as(L"jsonGetTypeFromObject")},
+    {kStart, helpers::kNotAnObject.as(L"jsonGetTypeFromObject"), kTheSpecifiedPathDoes,
+     engine::kSubjectEnd.as(L"jsonGetTypeFromObject")},
     L"True: `var` holds the type. False: `handle` holds no JSON object, or a key of `xpath` is missing or its parent is no object; `var` is unchanged.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonGetTypeFromObject handle=\"cfg\" xpath=\"server/hosts\" var=\"type\"/>"};
 

@@ -6,7 +6,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonInsertEmptyNonScalarIntoArray %s at index %s"};
-constexpr engine::LogLine kUnrecognizedNonScalarType{L"jsonInsertEmptyNonScalarIntoArray unrecognized non scalar type"};
 
 }  // namespace
 
@@ -25,7 +24,7 @@ void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {
   if (!elements) return end(false);
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
   if (!value) {
-    engine::log(kUnrecognizedNonScalarType);
+    engine::log(helpers::kUnknownNonScalarType, name().c_str());
     return end(false);
   }
   elements->insert(elements->begin() + static_cast<std::ptrdiff_t>(index), std::move(*value));
@@ -36,7 +35,8 @@ const engine::TagDoc FunctionJsonInsertEmptyNonScalarIntoArray::doc{
     L"Inserts an empty object or array (`type`: `object` or `array`, taken as written) into the array under `handle` before element `index` (the length appends); `index` is expanded when it runs and read like `stoi`.",
     {kStart, helpers::kEditNotAnArray.as(L"jsonInsertEmptyNonScalarIntoArray"),
      helpers::kEditNotAnIndex.as(L"jsonInsertEmptyNonScalarIntoArray"),
-     helpers::kEditOutOfBounds.as(L"jsonInsertEmptyNonScalarIntoArray"), kUnrecognizedNonScalarType,
+     helpers::kEditOutOfBounds.as(L"jsonInsertEmptyNonScalarIntoArray"),
+     helpers::kUnknownNonScalarType.as(L"jsonInsertEmptyNonScalarIntoArray"),
      engine::kSubjectEnd.as(L"jsonInsertEmptyNonScalarIntoArray")},
     L"True: the element is inserted. False: `handle` holds no JSON array, `index` has no digits or lies beyond the length, or `type` is neither `object` nor `array`; nothing changes.",
     L"<jsonOpen path=\"%enginedir%servers.json\" handle=\"servers\"/>\n<jsonGetArrayLength handle=\"servers\" var=\"count\"/>\n<jsonInsertEmptyNonScalarIntoArray handle=\"servers\" index=\"%count%\" type=\"object\"/>"};

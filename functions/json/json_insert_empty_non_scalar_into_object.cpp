@@ -7,10 +7,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonInsertEmptyNonScalarIntoObject %s at path %s and name %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{
-    L"jsonInsertEmptyNonScalarIntoObject handle %s does not refer to a JSON object"};
-constexpr engine::LogLine kUnrecognizedNonScalarType{
-    L"jsonInsertEmptyNonScalarIntoObject unrecognized non scalar type"};
 
 }  // namespace
 
@@ -28,12 +24,12 @@ void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), name_.c_str());
   picojson::value* object = helpers::findJsonOf<picojson::object>(handles(), handle_);
   if (!object) {
-    engine::log(kHandleDoesNotRefer, handle_.c_str());
+    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
     return end(false);
   }
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
   if (!value) {
-    engine::log(kUnrecognizedNonScalarType);
+    engine::log(helpers::kUnknownNonScalarType, name().c_str());
     return end(false);
   }
   object->get<picojson::object>()[platform::toUtf8(name_)] = std::move(*value);
@@ -42,7 +38,8 @@ void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
 
 const engine::TagDoc FunctionJsonInsertEmptyNonScalarIntoObject::doc{
     L"Sets the member `name` (taken as written) of the object under `handle` itself to an empty object or array, as `type` says (`object` or `array`, taken as written), replacing any value of that name. `xpath` is expanded and logged but not used: the member always goes into the handle's own object.",
-    {kStart, kHandleDoesNotRefer, kUnrecognizedNonScalarType,
+    {kStart, helpers::kNotAnObject.as(L"jsonInsertEmptyNonScalarIntoObject"),
+     helpers::kUnknownNonScalarType.as(L"jsonInsertEmptyNonScalarIntoObject"),
      engine::kSubjectEnd.as(L"jsonInsertEmptyNonScalarIntoObject")},
     L"True: the member is set. False: `handle` holds no JSON object, or `type` is neither `object` nor `array`; nothing changes.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonInsertEmptyNonScalarIntoObject handle=\"cfg\" xpath=\"\" name=\"plugins\" type=\"array\"/>"};

@@ -7,7 +7,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonInsertScalarIntoObject %s at %s with name %s and value %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{L"jsonInsertScalarIntoObject handle %s does not refer to a JSON object"};
 constexpr engine::LogLine kTheSpecifiedXpathDoes{
     L"jsonInsertScalarIntoObject the specified xpath does not refer to a JSON object"};
 
@@ -28,7 +27,7 @@ void FunctionJsonInsertScalarIntoObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), name_.c_str(), text.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(kHandleDoesNotRefer, handle_.c_str());
+    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
     return end(false);
   }
   if (!walkPath(*location, xpath) || !location->value->is<picojson::object>()) {
@@ -43,8 +42,8 @@ void FunctionJsonInsertScalarIntoObject::execute() {
 
 const engine::TagDoc FunctionJsonInsertScalarIntoObject::doc{
     L"Sets the member `name` (taken as written) of the object at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`, replacing any value of that name, to one scalar: `stringValue` (even empty), else a non-empty `numberValue` (read like `stod`: `8443`, `1.5e3`), else a non-empty `boolValue` (exactly `true`, `1`, `false` or `0`). The value is expanded when it runs; the document changes in memory only, until `jsonSave`.",
-    {kStart, kHandleDoesNotRefer, kTheSpecifiedXpathDoes, helpers::kNotANumber.as(L"jsonInsertScalarIntoObject"),
-     helpers::kNotABoolean.as(L"jsonInsertScalarIntoObject"),
+    {kStart, helpers::kNotAnObject.as(L"jsonInsertScalarIntoObject"), kTheSpecifiedXpathDoes,
+     helpers::kNotANumber.as(L"jsonInsertScalarIntoObject"), helpers::kNotABoolean.as(L"jsonInsertScalarIntoObject"),
      helpers::kUnknownValueType.as(L"jsonInsertScalarIntoObject"),
      engine::kSubjectEnd.as(L"jsonInsertScalarIntoObject")},
     L"True: the member is set. False: `handle` holds no JSON object, the path is missing or holds no object, the value does not convert (a number without digits or out of range, another boolean text), or no value attribute is given; nothing changes.",

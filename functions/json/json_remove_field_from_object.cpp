@@ -7,7 +7,6 @@ namespace api::json {
 namespace {
 
 constexpr engine::LogLine kStart{L"jsonRemoveFieldFromObject %s at path %s with name %s"};
-constexpr engine::LogLine kHandleDoesNotRefer{L"jsonRemoveFieldFromObject handle %s does not refer to a JSON object"};
 constexpr engine::LogLine kTheSpecifiedPathDoes{
     L"jsonRemoveFieldFromObject the specified path does not refer to a JSON object"};
 
@@ -28,7 +27,7 @@ void FunctionJsonRemoveFieldFromObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), name_.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(kHandleDoesNotRefer, handle_.c_str());
+    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
     return end(false, kEndTag);
   }
   if (!walkPath(*location, xpath) || !location->value->is<picojson::object>()) {
@@ -41,7 +40,8 @@ void FunctionJsonRemoveFieldFromObject::execute() {
 
 const engine::TagDoc FunctionJsonRemoveFieldFromObject::doc{
     L"Removes the member `name` (taken as written) from the object at the key path `xpath` (as in `jsonGetTypeFromObject`) below the object under `handle`; a member that is not there is no error. It ends with `jsonInsertEmptyNonScalarIntoArray`'s end line.",
-    {kStart, kHandleDoesNotRefer, kTheSpecifiedPathDoes, engine::kSubjectEnd.as(L"jsonInsertEmptyNonScalarIntoArray")},
+    {kStart, helpers::kNotAnObject.as(L"jsonRemoveFieldFromObject"), kTheSpecifiedPathDoes,
+     engine::kSubjectEnd.as(L"jsonInsertEmptyNonScalarIntoArray")},
     L"True: the member is gone, or was never there. False: `handle` holds no JSON object, or the path is missing or holds no object.",
     L"<jsonOpen path=\"%enginedir%app.json\" handle=\"cfg\"/>\n<jsonRemoveFieldFromObject handle=\"cfg\" xpath=\"server\" name=\"legacyPort\"/>"};
 

@@ -45,7 +45,8 @@ int usage() {
   return kErrors;
 }
 
-// Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug.
+// Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug,
+// /whatif, /jsonlog PATH.
 bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
   const auto isKey = [](const wchar_t* arg, const wchar_t* key) {
     return (*arg == L'/' || *arg == L'-') && engine::equalsIgnoreAsciiCase(arg + 1, key);
@@ -60,8 +61,10 @@ bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
       if (i + 1 >= argc) return false;
       out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
       i += 2;
-    } else if (isKey(arg, L"debug")) {
+    } else if (isKey(arg, L"debug") || isKey(arg, L"whatif")) {
       continue;
+    } else if (isKey(arg, L"jsonlog")) {
+      if (++i >= argc) return false;
     } else if (out.script.empty()) {
       // Anything but a known switch is the script, so a path may start with '/'.
       out.script = arg;

@@ -39,6 +39,8 @@ class Engine {
   VariableStore& variables() { return runtime_.variables; }
 
  private:
+  // Runs `function` and picks what runs next.
+  FunctionBase* next(FunctionBase* function);
   bool buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head);
   std::unique_ptr<FunctionBase> buildFunction(FunctionBase* owner, TiXmlElement& element);
   bool buildHandlers(FunctionBase& function, TiXmlElement& element);
@@ -58,6 +60,7 @@ class Engine {
   Diagnostics& diagnostics_;
   bool failed_ = false;
   bool stopped_ = false;
+  int loopLine_ = 0;  // the line of the loop whose elements are being built
   Runtime runtime_;
   std::unique_ptr<FunctionBase> head_;
   std::map<std::wstring, Label> labels_;

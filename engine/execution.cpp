@@ -1,6 +1,8 @@
 #include "engine/engine.h"
 
 #include "engine/log.h"
+#include "engine/run_record.h"
+#include "platform/clock.h"
 
 namespace engine {
 namespace {
@@ -25,6 +27,17 @@ void Engine::run() {
 }
 
 FunctionBase* Engine::step(FunctionBase* f) {
+  if (!recordingRun()) return next(f);
+  runtime_.expansions.clear();
+  runtime_.recordExpansions = true;
+  const uint32_t started = platform::tickCount();
+  FunctionBase* following = next(f);
+  recordFunctionEnd(*f, started, false);
+  runtime_.recordExpansions = false;
+  return following;
+}
+
+FunctionBase* Engine::next(FunctionBase* f) {
   if (const std::wstring* target = f->jumpTarget()) {
     log(L"GoTo label '%s'", target->c_str());
     return label(*target);

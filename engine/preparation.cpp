@@ -91,6 +91,7 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
     const std::string_view tag = element->ValueStr();
     if (tag == "for" || tag == "xmlForEach") {
       const bool isFor = tag == "for";
+      loopLine_ = element->Row();
       TiXmlElement* first = isFor ? expandFor(*element) : expandXmlForEach(*element);
       if (!first) {
         if (problem(element, isFor ? L"For function is invalid" : L"xmlForEach function is invalid",
@@ -131,6 +132,8 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
     return nullptr;
   }
   function->attach(runtime_, tag, entry->kind, entry->parameters());
+  // Elements a loop was rewritten into have no place of their own in the file.
+  function->setLine(element.Row() > 0 ? element.Row() : loopLine_);
   for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
     function->attributes()[wide(a->Name())] = wide(a->Value());
   applyDataChild(element, function->attributes());

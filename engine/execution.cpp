@@ -2,6 +2,7 @@
 
 #include "engine/log.h"
 #include "engine/run_record.h"
+#include "platform/changes.h"
 #include "platform/clock.h"
 
 namespace engine {
@@ -29,11 +30,14 @@ void Engine::run() {
 FunctionBase* Engine::step(FunctionBase* f) {
   if (!recordingRun()) return next(f);
   runtime_.expansions.clear();
-  runtime_.recordExpansions = true;
+  runtime_.recording = true;
+  runtime_.foundNothingToChange = false;
+  const uint64_t changesBefore = platform::changesMade();
   const uint32_t started = platform::tickCount();
   FunctionBase* following = next(f);
-  recordFunctionEnd(*f, started, false);
-  runtime_.recordExpansions = false;
+  const bool changed = platform::changesMade() != changesBefore && !runtime_.foundNothingToChange;
+  recordFunctionEnd(*f, started, changed);
+  runtime_.recording = false;
   return following;
 }
 

@@ -20,7 +20,7 @@ const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
 
 std::wstring FunctionBase::expand(const std::wstring& text) const {
   std::wstring expanded = runtime_->variables.expand(text);
-  if (runtime_->recordExpansions) runtime_->expansions.emplace_back(text, expanded);
+  if (runtime_->recording) runtime_->expansions.emplace_back(text, expanded);
   return expanded;
 }
 

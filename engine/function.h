@@ -59,6 +59,10 @@ class FunctionBase {
   bool refuse(std::wstring why) const;
 
   std::wstring expand(const std::wstring& text) const;
+  // Whether the run is recorded, so a function that may find nothing to do
+  // (a value already there) should find out and say so with nothingChanged().
+  bool recording() const { return runtime_->recording; }
+  void nothingChanged() const { runtime_->foundNothingToChange = true; }
   VariableStore& variables() const { return runtime_->variables; }
   HandleTable& handles() const { return runtime_->handles; }
   Runtime& runtime() const { return *runtime_; }

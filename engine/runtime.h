@@ -27,9 +27,10 @@ struct Runtime {
   // The impersonation processImpersonateUser began; the engine's reset ends it.
   std::unique_ptr<RunState> impersonation;
   // While the run is recorded (/jsonlog): each text the running function
-  // expanded, and what it became.
-  bool recordExpansions = false;
+  // expanded and what it became, and whether it found nothing to change.
+  bool recording = false;
   std::vector<std::pair<std::wstring, std::wstring>> expansions;
+  bool foundNothingToChange = false;
 };
 
 }  // namespace engine

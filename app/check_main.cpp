@@ -35,14 +35,19 @@ void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 void printLine(const std::wstring& line) { print(platform::toUtf8(line) + "\n"); }
 
-int usage() {
+void printUsage() {
   print(
       "Usage: upkeep-check.exe <xmlpath> [/encfile] [/var key value]*\n"
       "       upkeep-check.exe [/file | /encfile] <xmlpath> [/var key value]*\n"
       "       upkeep-check.exe /schema | /reference\n"
       "Checks a script without running it and prints each problem as file:line:column: error|warning: text.\n"
       "Exit code 0: no problems; 1: warnings only; 2: errors.\n");
-  return kErrors;
+}
+
+bool asksForHelp(const wchar_t* arg) {
+  for (const wchar_t* key : {L"/?", L"-?", L"/h", L"-h", L"--help", L"/help"})
+    if (engine::equalsIgnoreAsciiCase(arg, key)) return true;
+  return false;
 }
 
 // Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug,
@@ -135,8 +140,15 @@ int wmain(int argc, wchar_t** argv) {
                                                              : engine::referenceText(registry));
     return kClean;
   }
+  if (argc == 2 && asksForHelp(argv[1])) {
+    printUsage();
+    return kClean;
+  }
   Arguments args;
-  if (!parseArguments(argc, argv, args)) return usage();
+  if (!parseArguments(argc, argv, args)) {
+    printUsage();
+    return kErrors;
+  }
   const int result = check(args);
   std::fflush(stdout);
   return result;

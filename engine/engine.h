@@ -47,6 +47,7 @@ class Engine {
   bool buildHandler(FunctionBase& function, TiXmlElement* handler, std::unique_ptr<FunctionBase>& head);
   bool addLabel(const std::wstring& label, FunctionBase* function, const TiXmlElement& element);
   FunctionBase* label(const std::wstring& name) const;
+  std::wstring suggestedTag(const std::wstring& tag) const;
   // Reports an error; false when preparation must stop.
   bool problem(const TiXmlBase* where, const std::wstring& message, const std::wstring& detail = {});
 

@@ -7,6 +7,7 @@
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "engine/loops.h"
+#include "engine/nearest_name.h"
 #include "platform/format.h"
 #include "platform/text.h"
 
@@ -28,6 +29,13 @@ void applyDataChild(TiXmlElement& element, Attributes& attributes) {
 }
 
 }  // namespace
+
+// The known tag nearest to an unknown one, for the checker's message.
+std::wstring Engine::suggestedTag(const std::wstring& tag) const {
+  std::vector<std::wstring_view> names = {L"for", L"xmlForEach"};
+  for (const Tag* known : registry_.tags()) names.push_back(known->name);
+  return didYouMean(tag, names);
+}
 
 bool LogDiagnostics::report(Severity severity, const TiXmlBase*, const std::wstring& message, const std::wstring&) {
   log(L"%s", message.c_str());
@@ -123,7 +131,7 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   const std::wstring tag = wide(element.Value());
   const Tag* entry = registry_.lookup(tag);
   if (!entry) {
-    problem(&element, platform::format(L"Function '%s' not found", tag.c_str()));
+    problem(&element, platform::format(L"Function '%s' not found", tag.c_str()), suggestedTag(tag));
     return nullptr;
   }
   std::unique_ptr<FunctionBase> function = entry->factory();

@@ -11,6 +11,8 @@ A cases file holds any number of cases:
                                                  puts in the case directory; default: the built one)
     --- script.xml                              (a name with a dot or a slash: a file written
     <script version="1.1">...</script>           before the run, relative to the case directory)
+    --- script                                  (script.xml, its lines written between
+    <trace value="..."/>                         <script version="1.1"> and </script>)
     --- setup                                   (bash, run in the case directory before the run)
     --- expect                                  (the whole standard output, line by line)
     --- expect-in-order                         (lines that must appear in this order)
@@ -108,6 +110,8 @@ def parse_cases(path):
             continue
         elif raw.startswith("--- "):
             section = raw[4:].strip()
+            if section == "script":
+                section, case["wrapped"] = "script.xml", True
             problem = None if section in SECTION_KINDS else file_name_problem(section)
             if problem:
                 case["refused"].append(problem)
@@ -135,6 +139,8 @@ def parse_cases(path):
             for key, lines in group.items():
                 while lines and lines[-1] == "":
                     lines.pop()
+        if c.get("wrapped"):
+            c["files"]["script.xml"] = ['<script version="1.1">'] + c["files"]["script.xml"] + ["</script>"]
     if every:
         for c in cases:
             c["sections"] = {**every["sections"], **c["sections"]}

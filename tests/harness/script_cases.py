@@ -9,6 +9,8 @@ A cases file holds any number of cases:
     timeout: 300                                (default: 120; seconds each for setup, run and check)
     program: prog/upkeep.exe                    (run this copy of the interpreter, which the setup
                                                  puts in the case directory; default: the built one)
+    script: <trace value="hi"/>                 (script.xml of one line: the script element
+                                                 around the text)
     --- script.xml                              (a name with a dot or a slash: a file written
     <script version="1.1">...</script>           before the run, relative to the case directory)
     --- script                                  (script.xml, its lines written between
@@ -124,6 +126,8 @@ def parse_cases(path):
                 case["exit"] = int(raw[5:].strip())
             elif raw.startswith("timeout:"):
                 case["timeout"] = int(raw[8:].strip())
+            elif raw.startswith("script:"):
+                case["files"]["script.xml"] = ['<script version="1.1">%s</script>' % raw[7:].strip()]
             elif raw.startswith("program:"):
                 case["program"] = raw[8:].strip()
                 problem = file_name_problem(case["program"])

@@ -161,19 +161,6 @@ TEST_F(Vocabulary, ReferenceNamesEveryAttributeAndTheEndLineOfItsKind) {
   }
 }
 
-TEST_F(Vocabulary, KindsFollowTheClassesAndHandlersTheKinds) {
-  for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose", L"jsonClose"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;
-  for (const wchar_t* tag : {L"traceSetFile", L"dirCreate", L"xmlOpen"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Error) << tag;
-  for (const wchar_t* tag : {L"test", L"fileExists", L"jsonOpen", L"fileWrite"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Bool) << tag;
-  EXPECT_EQ(registry.lookup(L"for"), nullptr);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Plain).size(), 0u);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Bool).size(), 2u);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Error).size(), 3u);
-}
-
 // The companion command's output deciphers to the password it was given.
 TEST(CipherText, CompanionCommandOutputDeciphers) {
   std::wstring command = L"\"" UPKEEP_PASSWORD_EXE L"\" \"pa ss\"";

@@ -28,6 +28,12 @@ A cases file holds any number of cases:
 A block headed "=== every case" holds sections that every case of the file
 has unless it has its own (a shared teardown, say).
 
+A block headed "=== table: what the rows show" is one case per row: its
+header lines and sections are every row's, and each row ("| " then cells
+separated by " | ") fills the columns its "columns:" line names, of exit,
+args, script (as the script: line) and line (the one line the output must
+have, as expect-in-order). A script or args cell may itself hold " | ".
+
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
 the interpreter's directory (the one that runs) and {casedir} that of the
@@ -51,6 +57,7 @@ or check that outlives its timeout is stopped, with every process it started,
 and fails its case; the next case runs as usual.
 """
 import argparse
+import copy
 import os
 import re
 import shlex
@@ -59,6 +66,7 @@ import signal
 import subprocess
 import sys
 
+TABLE_COLUMNS = ("exit", "args", "script", "line")
 SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check", "teardown"}
 DEBUG_LINE = re.compile(r'^[0-9a-f]*:warn:[a-z]*:OutputDebugStringA "(.*?)"(\.\.\.)?$')
 DEFAULT_TIMEOUT = 120
@@ -100,9 +108,12 @@ def file_name_problem(name):
 def parse_cases(path):
     cases, case, section, every = [], None, None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
-        if raw.startswith("=== case:") or raw.startswith("=== every case"):
-            case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {},
-                    "refused": [], "dir": os.path.dirname(os.path.abspath(path))}
+        if raw.startswith("=== case:") or raw.startswith("=== every case") or raw.startswith("=== table:"):
+            case = {"name": raw[raw.index(":") + 1:].strip() if ":" in raw else "", "args": "/file script.xml",
+                    "exit": 0, "files": {}, "sections": {}, "refused": [],
+                    "dir": os.path.dirname(os.path.abspath(path))}
+            if raw.startswith("=== table:"):
+                case["rows"], case["columns"] = [], []
             if raw.startswith("=== every case"):
                 every = case
             else:
@@ -127,7 +138,11 @@ def parse_cases(path):
             elif raw.startswith("timeout:"):
                 case["timeout"] = int(raw[8:].strip())
             elif raw.startswith("script:"):
-                case["files"]["script.xml"] = ['<script version="1.1">%s</script>' % raw[7:].strip()]
+                case["files"]["script.xml"] = [one_line_script(raw[7:].strip())]
+            elif "rows" in case and raw.startswith("columns:"):
+                case["columns"] = [name.strip() for name in raw[8:].split("|")]
+            elif "rows" in case and raw.startswith("| "):
+                case["rows"].append(raw[2:])
             elif raw.startswith("program:"):
                 case["program"] = raw[8:].strip()
                 problem = file_name_problem(case["program"])
@@ -148,7 +163,38 @@ def parse_cases(path):
     if every:
         for c in cases:
             c["sections"] = {**every["sections"], **c["sections"]}
-    return cases
+    return [row for c in cases for row in (table_rows(c) if "rows" in c else [c])]
+
+
+def one_line_script(text):
+    return '<script version="1.1">%s</script>' % text
+
+
+def table_rows(table):
+    """The cases of a table's rows."""
+    columns, rows = table.pop("columns"), table.pop("rows")
+    unknown = [name for name in columns if name not in TABLE_COLUMNS]
+    wide = next((columns.index(name) for name in columns if name in ("script", "args")), None)
+    for row in rows:
+        case = copy.deepcopy(table)
+        case["name"] = "%s: %s" % (table["name"], row)
+        cells = row.split(" | ")
+        if wide is not None and len(cells) > len(columns):
+            cells[wide:wide + len(cells) - len(columns) + 1] = [" | ".join(cells[wide:wide + len(cells) - len(columns) + 1])]
+        if unknown or len(cells) != len(columns):
+            case["refused"].append("a row needs one cell for each of the columns %s" % columns)
+            yield case
+            continue
+        for name, cell in zip(columns, cells):
+            if name == "exit":
+                case["exit"] = int(cell)
+            elif name == "args":
+                case["args"] = cell
+            elif name == "script":
+                case["files"]["script.xml"] = [one_line_script(cell)]
+            else:
+                case["sections"]["expect-in-order"] = [cell]
+        yield case
 
 
 def windows_path(path):

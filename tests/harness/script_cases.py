@@ -25,8 +25,8 @@ A cases file holds any number of cases:
                                                  removes what the case made outside its
                                                  directory, such as a service)
 
-A block headed "=== every case" holds sections that every case of the file
-has unless it has its own (a shared teardown, say).
+A block headed "=== every case" holds header lines and sections that every
+later case of the file has unless it has its own (a shared teardown, say).
 
 A block headed "=== table: what the rows show" is one case per row: its
 header lines and sections are every row's, and each row ("| " then cells
@@ -112,6 +112,8 @@ def parse_cases(path):
             case = {"name": raw[raw.index(":") + 1:].strip() if ":" in raw else "", "args": "/file script.xml",
                     "exit": 0, "files": {}, "sections": {}, "refused": [],
                     "dir": os.path.dirname(os.path.abspath(path))}
+            if every:
+                case.update({key: every[key] for key in ("args", "exit", "timeout", "program") if key in every})
             if raw.startswith("=== table:"):
                 case["rows"], case["columns"] = [], []
             if raw.startswith("=== every case"):

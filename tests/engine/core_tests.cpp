@@ -138,6 +138,7 @@ TEST(Blowfish, ProgramKeyIgnoresTheLengthArgument) {
 }
 
 TEST(CipherText, HexRoundTripsAndRefusesNonHex) {
+  EXPECT_EQ(engine::encipherToHex("pa ss"), L"61B6E574A8486090");  // what upkeep-password.exe "pa ss" prints
   const std::wstring hex = engine::encipherToHex("s3cret!");
   EXPECT_EQ(hex.size(), 16u);
   const auto plain = engine::decipherHex(hex);

@@ -160,22 +160,6 @@ class Expansion : public ::testing::Test {
   engine::VariableStore variables{handles};
 };
 
-TEST_F(Expansion, ReferencesBracketsAndStrayPercents) {
-  variables.set(L"i", L"7");
-  variables.set(L"list[7]", L"seven");
-  variables.set(L"a", L"A");
-  EXPECT_EQ(variables.expand(L"%list[%i%]%"), L"seven");
-  EXPECT_EQ(variables.expand(L"x%a%y%a%"), L"xAyA");
-  EXPECT_EQ(variables.expand(L"100%"), L"100%");
-  EXPECT_EQ(variables.expand(L"50%%"), L"50%");
-  EXPECT_EQ(variables.expand(L"%a"), L"%a");
-  EXPECT_EQ(variables.expand(L"%%a%%"), L"%a%");
-  EXPECT_EQ(variables.expand(L"%nosuch%"), L"%nosuch%");
-  // An unknown name is left to the environment, which keeps it as written.
-  EXPECT_EQ(variables.expand(L"%nosuch%a%"), L"%nosuch%a%");
-  EXPECT_EQ(variables.expand(L""), L"");
-}
-
 TEST_F(Expansion, IndexedNamesNeedBaseBracketsAndAnIndex) {
   variables.set(L"arr[0000000003]", L"three");
   EXPECT_EQ(variables.get(L"arr[3]"), L"three");

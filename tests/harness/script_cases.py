@@ -31,8 +31,9 @@ later case of the file has unless it has its own (a shared teardown, say).
 A block headed "=== table: what the rows show" is one case per row: its
 header lines and sections are every row's, and each row ("| " then cells
 separated by " | ") fills the columns its "columns:" line names, of exit,
-args, script (as the script: line) and line (the one line the output must
-have, as expect-in-order). A script or args cell may itself hold " | ".
+args, script (as the script: line), line (the one line the output must
+have, as expect-in-order) and file names (a file of that one line). A script,
+args or file cell may itself hold " | ".
 
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
@@ -175,8 +176,8 @@ def one_line_script(text):
 def table_rows(table):
     """The cases of a table's rows."""
     columns, rows = table.pop("columns"), table.pop("rows")
-    unknown = [name for name in columns if name not in TABLE_COLUMNS]
-    wide = next((columns.index(name) for name in columns if name in ("script", "args")), None)
+    unknown = [name for name in columns if name not in TABLE_COLUMNS and file_name_problem(name)]
+    wide = next((columns.index(name) for name in columns if name not in ("exit", "line")), None)
     for row in rows:
         case = copy.deepcopy(table)
         case["name"] = "%s: %s" % (table["name"], row)
@@ -194,8 +195,10 @@ def table_rows(table):
                 case["args"] = cell
             elif name == "script":
                 case["files"]["script.xml"] = [one_line_script(cell)]
-            else:
+            elif name == "line":
                 case["sections"]["expect-in-order"] = [cell]
+            else:
+                case["files"][name] = [cell]
         yield case
 
 

@@ -1,11 +1,9 @@
 // The engine's pure parts, run under Wine and natively with AddressSanitizer
 // and UndefinedBehaviorSanitizer (on platform/'s native stand-in): integers,
-// index normalisation, the registry, function lists, the cipher, expansion,
-// preparation and the execution loop, and the platform calls they rely on,
-// which must behave alike in both builds.
+// index normalisation, the registry, function lists, the cipher, indexed
+// names, and the platform calls they rely on, which must behave alike in both
+// builds. Preparation and the execution loop run natively in the fuzz targets.
 #include <gtest/gtest.h>
-
-#include <tinyxml.h>
 
 #include <cstdint>
 #include <memory>
@@ -20,7 +18,6 @@
 #include "engine/variables.h"
 #include "platform/format.h"
 #include "platform/text.h"
-#include "tests/engine/stand_in_functions.h"
 
 namespace {
 
@@ -192,51 +189,6 @@ TEST(Text, Utf8RoundTripsAndInvalidInputIsRefused) {
   EXPECT_TRUE(platform::isValidUtf8("a\xC3\xA9"));
   for (const char* bad : {"\xC3", "\xC0\xAF", "\xED\xA0\x80", "\xF8\x88\x80\x80\x80", "a\x80"})
     EXPECT_FALSE(platform::isValidUtf8(bad)) << bad;
-}
-
-// Scripts of stand-in functions (tests/engine/stand_in_functions.h): each one
-// run appends its tag to the variable `trail`.
-class Script : public ::testing::Test {
- protected:
-  bool prepare(const char* text) {
-    document.Clear();
-    document.Parse(text);
-    return engine.prepare(document, {{L"why", L"5"}});
-  }
-  std::wstring run() {
-    engine.run();
-    return engine.variables().get(L"trail");
-  }
-
-  engine::FunctionRegistry registry = stand_in::registry();
-  engine::Engine engine{registry};
-  TiXmlDocument document;
-};
-
-TEST_F(Script, HandlersLabelsAndJumpsPickTheNextFunction) {
-  ASSERT_TRUE(prepare(R"(<s version="1.1">
-      <error fail="%why%">
-        <onerrorspec err="5"><bool result="1"><onTrue><goto target="end"/></onTrue></bool></onerrorspec>
-        <onerror><plain/></onerror>
-      </error>
-      <plain/>
-      <nothing id="end"/>
-      <error><onsuccess><bool/></onsuccess></error>
-      <plain/>
-    </s>)"));
-  EXPECT_EQ(run(), L"error;bool;nothing;error;bool;plain;");
-  EXPECT_EQ(engine.variables().get(L"error"), L"5");
-  engine.reset();
-}
-
-TEST_F(Script, RefusesUnknownTagsBadParametersAndMissingLabels) {
-  EXPECT_FALSE(prepare(R"(<s version="1.1"><plain/><nosuch/></s>)"));
-  EXPECT_FALSE(prepare(R"(<s version="1.1"><plain bad=""/></s>)"));
-  EXPECT_FALSE(prepare(R"(<s version="1.1"><goto target="nowhere"/></s>)"));
-  EXPECT_FALSE(prepare(R"(<s version="1.1"><plain id="a"/><plain id="a"/></s>)"));
-  EXPECT_FALSE(prepare(R"(<s version="2.1"><plain/></s>)"));
-  EXPECT_TRUE(prepare(R"(<s version="1.1"><goto id="a" target="a"/></s>)"));
-  engine.reset();
 }
 
 }  // namespace

@@ -139,16 +139,6 @@ TEST(XPathNames, UnboundPrefixFailsWhereEvaluationReachesIt) {
   EXPECT_EQ(d.eval("string(@xml:lang)"), "en");
 }
 
-TEST(XPathStrings, CharactersNotBytesAreCounted) {
-  Doc d(
-      "<r>\xF0\x9D\x84\x9E"
-      "\xC3\xA9z</r>");  // U+1D11E, é, z
-  EXPECT_EQ(d.eval("string-length()"), "3");
-  EXPECT_EQ(d.eval("substring(., 2, 1)"), "\xC3\xA9");
-  EXPECT_EQ(d.eval("substring(., 1, 1)"), "\xF0\x9D\x84\x9E");
-  EXPECT_EQ(d.eval("translate(., '\xF0\x9D\x84\x9Ez', 'q')"), "q\xC3\xA9");
-}
-
 TEST(XPathOperations, FirstNodeReturnsTreeNodesOrNothing) {
   Doc d("<r k='v'><a>t</a><!--c--></r>");
   TiXmlElement& root = *d.doc.RootElement();

@@ -38,8 +38,4 @@ TEST(TextFile, LoneSurrogateFailsTheFileFromThenOn) {
   DeleteFileW(path);
 }
 
-TEST(TextFile, MissingDirectoryCannotBeOpened) {
-  EXPECT_EQ(api::files::TextFile::open(L"no\\such\\dir\\x.txt", true), nullptr);
-}
-
 }  // namespace

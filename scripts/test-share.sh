@@ -15,4 +15,4 @@ tests=$(git ls-files tests | grep -Ev '^tests/xpath/corpus/.*\.(expr|expected|xm
 product=$(git ls-files engine functions platform xpath app CMakeLists.txt CMakePresets.json \
   cmake scripts run-tests upkeep .ci | lines)
 awk -v t="$tests" -v p="$product" \
-  'BEGIN { printf "tests %d, product %d: tests are %.1f%% of test plus product lines\n", t, p, 100 * t / (t + p) }'
+  'BEGIN { printf "tests %d, product %d: tests are %.2f%% of test plus product lines\n", t, p, 100 * t / (t + p) }'

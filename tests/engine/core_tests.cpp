@@ -35,14 +35,6 @@ TEST(Integer, ReadsLeadingDecimalDigitsLikeWcstol) {
   EXPECT_EQ(toInt(L"-2147483648"), -2147483647 - 1);
 }
 
-TEST(Variables, DecimalIndexesAreZeroPaddedOthersKept) {
-  EXPECT_EQ(engine::normaliseIndex(L"7"), L"0000000007");
-  EXPECT_EQ(engine::normaliseIndex(L"0000000007"), L"0000000007");
-  EXPECT_EQ(engine::normaliseIndex(L"x7"), L"x7");
-  EXPECT_EQ(engine::normaliseIndex(L"-1"), L"-1");
-  EXPECT_EQ(engine::normaliseIndex(L""), L"");
-}
-
 TEST(Registry, RefusesDuplicatesAndIsCaseSensitive) {
   struct Dummy : engine::FunctionBase {
     void execute() override {}

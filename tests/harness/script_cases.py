@@ -178,12 +178,16 @@ def table_rows(table):
     columns, rows = table.pop("columns"), table.pop("rows")
     unknown = [name for name in columns if name not in TABLE_COLUMNS and file_name_problem(name)]
     wide = next((columns.index(name) for name in columns if name not in ("exit", "line")), None)
+    if not rows:
+        table["refused"].append("a table without rows")
+        yield table
     for row in rows:
         case = copy.deepcopy(table)
         case["name"] = "%s: %s" % (table["name"], row)
         cells = row.split(" | ")
-        if wide is not None and len(cells) > len(columns):
-            cells[wide:wide + len(cells) - len(columns) + 1] = [" | ".join(cells[wide:wide + len(cells) - len(columns) + 1])]
+        extra = len(cells) - len(columns)
+        if wide is not None and extra > 0:
+            cells[wide:wide + extra + 1] = [" | ".join(cells[wide:wide + extra + 1])]
         if unknown or len(cells) != len(columns):
             case["refused"].append("a row needs one cell for each of the columns %s" % columns)
             yield case

@@ -30,6 +30,31 @@ class OutputFile {
   bool append_ = false;
 };
 
+// A new file beside `path` that is to take its place only when it is whole:
+// the final move stays on one volume and replaces `path` in one step. Until
+// then `path` is untouched, and a replacement that is never put in place is
+// removed when it goes.
+class Replacement {
+ public:
+  Replacement() = default;
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement();
+
+  // Creates the new file, empty and open in file(). A target that cannot be
+  // written at all (a directory, a file in use or read-only) is refused first,
+  // with the code its open gives; a missing directory is 3.
+  uint32_t create(const std::wstring& path);
+  OutputFile& file() { return file_; }
+  const std::wstring& name() const { return name_; }
+  // Moves the new file, closed by now, over the target: 0 or the move's error.
+  uint32_t putInPlace();
+
+ private:
+  OutputFile file_;
+  std::wstring target_, name_;
+};
+
 // Writes `bytes` to a new file beside `path`, flushes and closes it, and only
 // then moves it over `path` in one step. On any failure the new file is
 // removed and `path` is left as it was. Returns 0 or the failing call's error

@@ -80,16 +80,15 @@ uint32_t createDirectory(const std::wstring& path) {
   return noteChange(outcome(CreateDirectoryW(path.c_str(), nullptr)));
 }
 
-bool createDirectories(const std::wstring& path) {
+uint32_t createDirectories(const std::wstring& path) {
   uint32_t error = createDirectory(path);
-  if (error == 0) return true;
   if (error == ERROR_PATH_NOT_FOUND) {
     const std::wstring parent = parentPath(path);
-    if (parent.empty() || parent == path || !createDirectories(parent)) return false;
+    if (parent.empty() || parent == path) return error;
+    if (const uint32_t parentError = createDirectories(parent)) return parentError;
     error = createDirectory(path);
-    if (error == 0) return true;
   }
-  return error == ERROR_ALREADY_EXISTS && isDirectory(path);
+  return error == ERROR_ALREADY_EXISTS && isDirectory(path) ? 0 : error;
 }
 
 uint32_t removeDirectory(const std::wstring& path) {

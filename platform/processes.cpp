@@ -99,9 +99,9 @@ uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {
   return result < count ? 0 : result;
 }
 
-uint32_t terminateProcess(HANDLE process) {
+uint32_t terminateProcess(HANDLE process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
-  return noteChange(outcome(TerminateProcess(process, 0)));
+  return noteChange(outcome(TerminateProcess(process, exitCode)));
 }
 
 uint32_t setCurrentDirectory(const std::wstring& path) { return outcome(SetCurrentDirectoryW(path.c_str())); }

@@ -2,6 +2,7 @@
 
 #include <cstdarg>
 
+#include "engine/run_record.h"
 #include "platform/format.h"
 #include "platform/output.h"
 #include "platform/text.h"
@@ -47,6 +48,7 @@ void log(const wchar_t* format, ...) {
     s.trace.close();
     log(L"Cannot write the trace file '%s'. Error:%d. It is incomplete from this line on", s.tracePath.c_str(),
         static_cast<int>(error));
+    recordTraceIncomplete(s.tracePath, error);
   }
 }
 

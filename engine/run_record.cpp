@@ -130,6 +130,11 @@ void recordFunctionEnd(const FunctionBase& function, uint32_t startedMs, bool ch
       .write();
 }
 
+void recordTraceIncomplete(const std::wstring& path, uint32_t error) {
+  if (!recordingRun()) return;
+  Line("trace-incomplete").field("path", quoted(path)).field("error", error).write();
+}
+
 void recordRunEnd(int exitCode) {
   if (!recordingRun()) return;
   const Totals& totals = state().totals;

@@ -18,6 +18,8 @@ void recordRunStart(const std::wstring& script, bool whatIf);
 // A function that has ended (or, for `exit`, is about to end the process);
 // `startedMs` is the tick count when it started.
 void recordFunctionEnd(const FunctionBase& function, uint32_t startedMs, bool changed);
+// The trace file stopped taking lines: it is incomplete from here on.
+void recordTraceIncomplete(const std::wstring& path, uint32_t error);
 // The run's last line, with the totals of the function lines; later calls do nothing.
 void recordRunEnd(int exitCode);
 

@@ -17,7 +17,10 @@ with each error code of --codes. Every run must:
 
     sweep.py --faults upkeep-faults.exe --upkeep upkeep.exe --helpers DIR
              --prefix PREFIX --wine-run wine-run.sh --work DIR [--per-kind N]
-             [--codes 5,112] [--only NAME] [--jobs N]
+             [--codes 5,112] [--alternate] [--only NAME,...] [--jobs N]
+
+UPKEEP_SWEEP_FULL=1 in the environment makes it the full sweep: 12 calls a
+kind, every code.
 
 Prints one line per failing run and a summary line. Adding a script is one
 line in TARGETS and a file in scripts/.
@@ -259,9 +262,12 @@ def main():
         parser.add_argument("--" + name, required=True)
     parser.add_argument("--per-kind", type=int, default=12)
     parser.add_argument("--codes", default="5,112")
+    parser.add_argument("--alternate", action="store_true", help="one code per call, taking turns")
     parser.add_argument("--only")
     parser.add_argument("--jobs", type=int, default=3)
     opts = parser.parse_args()
+    if os.environ.get("UPKEEP_SWEEP_FULL"):
+        opts.per_kind, opts.alternate = 12, False
     for name in ("faults", "upkeep", "helpers", "prefix", "wine_run", "work"):
         setattr(opts, name, os.path.abspath(getattr(opts, name)))
     codes = [int(c) for c in opts.codes.split(",")]
@@ -274,8 +280,8 @@ def main():
             jobs = {}
             for kind, count in sorted(counts.items()):
                 kinds.add(kind)
-                for nth in sample(count, opts.per_kind):
-                    for error in codes:
+                for index, nth in enumerate(sample(count, opts.per_kind)):
+                    for error in ([codes[index % len(codes)]] if opts.alternate else codes):
                         rundir = os.path.join(opts.work, target.name, "%s-%d-%d" % (kind, nth, error))
                         extra = ["--fail", "%s:%d:%d" % (kind, nth, error)]
                         jobs[pool.submit(sweep.run, target, rundir, extra)] = (kind, nth, error, rundir)

@@ -3,10 +3,15 @@
 #include <windows.h>
 #include <urlmon.h>
 
+#include "platform/system_library.h"
+
 namespace platform {
 
 int32_t downloadToFile(const std::wstring& url, const std::wstring& file) {
-  return URLDownloadToFileW(nullptr, url.c_str(), file.c_str(), 0, nullptr);
+  uint32_t error = 0;
+  const auto download = systemFunction<decltype(URLDownloadToFileW)>(L"urlmon.dll", "URLDownloadToFileW", error);
+  if (!download) return HRESULT_FROM_WIN32(error);
+  return download(nullptr, url.c_str(), file.c_str(), 0, nullptr);
 }
 
 }  // namespace platform

@@ -13,6 +13,7 @@ import zipfile
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "harness"))
 from script_cases import run_bounded  # noqa: E402
+from pe_test import problems as pe_problems  # noqa: E402
 
 PROGRAMS = ["upkeep.exe", "upkeep-password.exe", "upkeep-check.exe"]
 DOCUMENTS = ["README.md", "upkeep.xsd", "docs/reference.md"]
@@ -50,6 +51,7 @@ def main():
     parser.add_argument("--wine-run", required=True)
     parser.add_argument("--prefix", required=True)
     parser.add_argument("--version-tests", required=True, help="the version resource test program")
+    parser.add_argument("--objdump", required=True)
     opts = parser.parse_args()
     failures = []
 
@@ -80,6 +82,9 @@ def main():
                 with open(path, "rb") as want, open(os.path.join(unpacked, name), "rb") as got:
                     if want.read() != got.read():
                         failures.append("%s differs from the repository's copy" % name)
+        # Hardened, and without symbols or debug data.
+        for name in PROGRAMS:
+            failures += pe_problems(opts.objdump, os.path.join(unpacked, name), shipped=True)
         if failures:
             sys.exit("\n".join(failures))
 

@@ -9,6 +9,7 @@
 #include <tinyxml.h>
 
 #include "engine/ascii.h"
+#include "engine/check_risks.h"
 #include "engine/expansion.h"
 #include "platform/environment.h"
 #include "platform/format.h"
@@ -124,7 +125,12 @@ class Walker {
       return;
     }
     // An unknown tag is preparation's to report.
-    if (const Tag* tag = registry_.lookup(wide(element.Value()))) visitFunction(*tag, element, pending);
+    const Tag* tag = registry_.lookup(wide(element.Value()));
+    if (!tag) return;
+    std::vector<Risk> risks;
+    risks_.visit(element, risks);
+    for (Risk& risk : risks) out_.add(Severity::Warning, risk.where, std::move(risk.text));
+    visitFunction(*tag, element, pending);
   }
 
   void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
@@ -176,6 +182,7 @@ class Walker {
 
   const FunctionRegistry& registry_;
   Collector& out_;
+  RiskChecks risks_;
   std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
   std::set<std::wstring> assigned_, opened_;
 };

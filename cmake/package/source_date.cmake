@@ -1,0 +1,14 @@
+# upkeep_source_date(<var>): the moment a reproducible release carries, in
+# seconds since 1970: SOURCE_DATE_EPOCH when the environment sets it, else the
+# time of the commit the sources are at (CPACK_UPKEEP_SOURCE_DIR).
+function(upkeep_source_date var)
+  set(epoch "$ENV{SOURCE_DATE_EPOCH}")
+  if(epoch STREQUAL "")
+    execute_process(COMMAND git -C "${CPACK_UPKEEP_SOURCE_DIR}" log -1 --format=%ct
+      OUTPUT_VARIABLE epoch OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET RESULT_VARIABLE failed)
+    if(failed OR NOT epoch MATCHES "^[0-9]+$")
+      message(FATAL_ERROR "Upkeep: no commit time for a reproducible release: set SOURCE_DATE_EPOCH")
+    endif()
+  endif()
+  set(${var} ${epoch} PARENT_SCOPE)
+endfunction()

@@ -34,10 +34,10 @@ def source_files(directory, prefix):
     return found
 
 
-def run(command, env=None, cwd=None):
-    result = run_bounded(command, cwd, env, TIMEOUT)
+def run(command, env=None, cwd=None, timeout=TIMEOUT):
+    result = run_bounded(command, cwd, env, timeout)
     if result is None:
-        sys.exit("timed out after %d s: %s" % (TIMEOUT, " ".join(command)))
+        sys.exit("timed out after %d s: %s" % (timeout, " ".join(command)))
     code, stdout, stderr = result
     return code, stdout.decode("utf-8", "replace").replace("\r\n", "\n"), stderr.decode("utf-8", "replace")
 

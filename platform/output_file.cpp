@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -67,7 +68,7 @@ uint32_t OutputFile::write(std::string_view bytes) {
     bytes.remove_prefix(size);
   }
   if (error != 0 && SetFilePointerEx(handle_.get(), start, nullptr, FILE_BEGIN)) SetEndOfFile(handle_.get());
-  return error;
+  return countChanges_ ? noteChange(error) : error;
 }
 
 uint32_t OutputFile::flush() {
@@ -92,11 +93,13 @@ uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
     temporary = siblingName(path, attempt);
     error = file.open(temporary, OutputFile::Mode::CreateNew);
   }
+  file.countChanges_ = false;  // only the move below changes what the user sees
   if (error) return error;
   error = writeTemporary(file, bytes);
   if (error == 0) error = injectedFault(Call::Replace);
   if (error == 0)
-    error = outcome(MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+    error = noteChange(
+        outcome(MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)));
   if (error != 0) {
     file = OutputFile();  // closed before it can be removed
     DeleteFileW(temporary.c_str());

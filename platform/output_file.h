@@ -26,8 +26,11 @@ class OutputFile {
   uint32_t close();
 
  private:
+  friend uint32_t replaceFile(const std::wstring& path, std::string_view bytes);
+
   UniqueHandle handle_;
   bool append_ = false;
+  bool countChanges_ = true;  // false for a temporary file that may never reach its place
 };
 
 // Writes `bytes` to a new file beside `path`, flushes and closes it, and only

@@ -19,6 +19,7 @@
 #include "functions/families.h"
 #include "platform/error_text.h"
 #include "platform/read_file.h"
+#include "platform/system_library.h"
 #include "platform/text.h"
 
 namespace {
@@ -131,6 +132,7 @@ int check(const Arguments& args) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+  platform::restrictLibrarySearch();
   if (argc == 2 && (engine::equalsIgnoreAsciiCase(argv[1], L"/schema") ||
                     engine::equalsIgnoreAsciiCase(argv[1], L"/reference"))) {
     // Generated files keep LF line ends wherever they are made.

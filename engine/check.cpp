@@ -9,6 +9,7 @@
 #include <tinyxml.h>
 
 #include "engine/ascii.h"
+#include "engine/check_risks.h"
 #include "engine/expansion.h"
 #include "engine/nearest_name.h"
 #include "platform/environment.h"
@@ -131,7 +132,12 @@ class Walker {
       return;
     }
     // An unknown tag is preparation's to report.
-    if (const Tag* tag = registry_.lookup(wide(element.Value()))) visitFunction(*tag, element, pending);
+    const Tag* tag = registry_.lookup(wide(element.Value()));
+    if (!tag) return;
+    std::vector<Risk> risks;
+    risks_.visit(element, risks);
+    for (Risk& risk : risks) out_.add(Severity::Warning, risk.where, std::move(risk.text));
+    visitFunction(*tag, element, pending);
   }
 
   void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
@@ -184,6 +190,7 @@ class Walker {
 
   const FunctionRegistry& registry_;
   Collector& out_;
+  RiskChecks risks_;
   std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
   std::set<std::wstring> assigned_, opened_;
 };

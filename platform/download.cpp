@@ -4,6 +4,7 @@
 #include <urlmon.h>
 
 #include "platform/output_file.h"
+#include "platform/system_library.h"
 
 namespace platform {
 namespace {
@@ -62,10 +63,14 @@ class DownloadWatch : public IBindStatusCallback {
   bool tooManyRedirects_ = false;
 };
 
-// The one call into the service: `url` into `file`, judged by the watch.
+// The one call into the service, taken from the system folder only: `url`
+// into `file`, judged by the watch.
 HRESULT fetch(const std::wstring& url, const std::wstring& file) {
+  uint32_t error = 0;
+  const auto download = systemFunction<decltype(URLDownloadToFileW)>(L"urlmon.dll", "URLDownloadToFileW", error);
+  if (!download) return HRESULT_FROM_WIN32(error);
   DownloadWatch watch;
-  return watch.outcome(URLDownloadToFileW(nullptr, url.c_str(), file.c_str(), 0, &watch));
+  return watch.outcome(download(nullptr, url.c_str(), file.c_str(), 0, &watch));
 }
 
 }  // namespace

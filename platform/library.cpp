@@ -8,6 +8,7 @@
 
 #include "platform/changes.h"
 #include "platform/owned.h"
+#include "platform/path.h"
 
 namespace platform {
 namespace {
@@ -75,10 +76,29 @@ uint32_t runGuarded(GuardedCall& call) {
   return 0;
 }
 
+// The library a script names, with the libraries it needs from its own folder
+// or the system folder. The program searches the system folder only for names
+// (restrictLibrarySearch), so a name that is not a full path is first looked
+// for as Windows looks for files: the program's folder, the current directory,
+// the system folders, PATH.
+HMODULE loadScriptLibrary(const std::wstring& library) {
+  std::wstring path = library;
+  if (!isFullPath(path)) {
+    wchar_t found[MAX_PATH];
+    const DWORD length = SearchPathW(nullptr, library.c_str(), nullptr, MAX_PATH, found, nullptr);
+    if (length == 0 || length >= MAX_PATH) {
+      SetLastError(ERROR_MOD_NOT_FOUND);
+      return nullptr;
+    }
+    path.assign(found, length);
+  }
+  return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
 }  // namespace
 
 ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
-  const UniqueModule module(LoadLibraryW(library.c_str()));
+  const UniqueModule module(loadScriptLibrary(library));
   if (!module) return {GetLastError(), false};
   const FARPROC address = GetProcAddress(module.get(), name.c_str());
   if (!address) return {GetLastError(), false};

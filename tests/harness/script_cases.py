@@ -18,7 +18,8 @@ A cases file holds any number of cases:
     --- setup                                   (bash, run in the case directory before the run)
     --- expect                                  (the whole standard output, line by line)
     --- expect-in-order                         (lines that must appear in this order)
-    --- expect-not                              (lines that must not appear)
+    --- expect-not                              (lines that must not appear, also among
+                                                 the debugger output lines under /debug)
     --- expect-debug                            (debugger output lines, in order, under /debug)
     --- check                                   (bash, run after; must exit 0)
     --- teardown                                (bash, run last, whatever happened before:
@@ -328,11 +329,11 @@ def run_steps(case, opts, workdir, env):
         missing = in_order(sections["expect-in-order"], output)
         if missing is not None:
             problems.append("line not found in order: %r\noutput:\n%s" % (missing, "\n".join(output)))
+    debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
     for line in sections.get("expect-not", []):
-        if any(line_matches(line, actual) for actual in output):
+        if any(line_matches(line, actual) for actual in output + debug):
             problems.append("unexpected line: %r" % line)
     if "expect-debug" in sections:
-        debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
         missing = in_order(sections["expect-debug"], debug)
         if missing is not None:
             problems.append("debug line not found in order: %r\ndebug output:\n%s" % (missing, "\n".join(debug)))

@@ -22,6 +22,7 @@
 #include "functions/families.h"
 #include "platform/fault.h"
 #include "platform/text.h"
+#include "platform/system_library.h"
 
 namespace {
 
@@ -88,6 +89,7 @@ void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, size_t) noexcept { std::free(block); }
 
 int wmain(int argc, wchar_t** argv) {
+  platform::restrictLibrarySearch();
   std::vector<wchar_t*> rest{argv[0]};
   int i = 1;
   for (; i + 1 < argc; i += 2) {

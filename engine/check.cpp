@@ -52,6 +52,7 @@ class ReferenceRecorder final : public ExpansionSource {
   }
   bool hasCollection(std::wstring_view) override { return true; }
   std::optional<std::wstring_view> element(std::wstring_view, const std::wstring&) override { return std::nullopt; }
+  bool hasIndexStartingWith(std::wstring_view, const std::wstring&) override { return false; }
   std::wstring random() override { return L"0"; }
   std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
 };

@@ -10,6 +10,7 @@
 
 #include "engine/ascii.h"
 #include "engine/expansion.h"
+#include "engine/script_file.h"
 #include "platform/environment.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -17,7 +18,7 @@
 namespace engine {
 namespace {
 
-std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
+std::wstring wide(const char* utf8) { return scriptString(utf8); }
 
 // Collects what preparation reports, with its place, and lets it go on.
 class Collector final : public Diagnostics {

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/fault.h"
+
 namespace platform {
 namespace {
 
@@ -21,9 +23,17 @@ std::optional<std::wstring> withGrowingBuffer(size_t initial, Fill fill) {
   return buffer;
 }
 
+// True when the fault seam fails this call, with the error left for GetLastError().
+bool failedOnPurpose(Call call) {
+  const uint32_t error = injectedFault(call);
+  if (error != 0) SetLastError(error);
+  return error != 0;
+}
+
 }  // namespace
 
 std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
+  if (failedOnPurpose(Call::Environment)) return std::nullopt;
   auto expanded = withGrowingBuffer(
       1024, [&](wchar_t* buffer, DWORD size) { return ExpandEnvironmentStringsW(text.c_str(), buffer, size); });
   if (expanded && !expanded->empty() && expanded->back() == L'\0') expanded->pop_back();  // counted by the call
@@ -31,6 +41,7 @@ std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
 }
 
 std::optional<std::wstring> longPathName(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return std::nullopt;
   return withGrowingBuffer(
       1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(path.c_str(), buffer, size); });
 }

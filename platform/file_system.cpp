@@ -92,7 +92,7 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes) {
 }
 
 uint32_t createDirectory(const std::wstring& path) {
-  if (const uint32_t error = injectedFault(Call::CreateDirectory)) return error;
+  if (failedOnPurpose(Call::CreateDirectory)) return GetLastError();
   return outcome(CreateDirectoryW(path.c_str(), nullptr));
 }
 

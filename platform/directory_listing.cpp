@@ -1,13 +1,12 @@
 #include "platform/directory_listing.h"
 
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 
 DirectoryListing::DirectoryListing(const std::wstring& pattern) {
-  if (const uint32_t error = injectedFault(Call::List)) {  // as when the first find fails
-    SetLastError(error);
-    error_ = error;
+  if (failedOnPurpose(Call::List)) {  // as when the first find fails
+    error_ = GetLastError();
     return;
   }
   // The basic information level skips the 8.3 names nobody here reads.
@@ -24,9 +23,7 @@ uint64_t DirectoryListing::lastWriteTime() const {
 // A step that fails for another reason than the end of the list ends the
 // listing too, and leaves that reason in error().
 void DirectoryListing::next() {
-  const uint32_t fault = injectedFault(Call::List);
-  if (fault) SetLastError(fault);
-  if (!fault && FindNextFileW(handle_.get(), &entry_)) return;
+  if (!failedOnPurpose(Call::List) && FindNextFileW(handle_.get(), &entry_)) return;
   if (const DWORD error = GetLastError(); error != ERROR_NO_MORE_FILES) error_ = error;
   handle_.reset();
 }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 namespace {
@@ -21,13 +21,6 @@ std::optional<std::wstring> withGrowingBuffer(size_t initial, Fill fill) {
   if (length == 0) return std::nullopt;
   buffer.resize(length);
   return buffer;
-}
-
-// True when the fault seam fails this call, with the error left for GetLastError().
-bool failedOnPurpose(Call call) {
-  const uint32_t error = injectedFault(call);
-  if (error != 0) SetLastError(error);
-  return error != 0;
 }
 
 }  // namespace

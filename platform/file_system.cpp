@@ -4,7 +4,7 @@
 #include <shlwapi.h>
 
 #include "platform/directory_listing.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 #include "platform/path.h"
 
 namespace platform {
@@ -12,14 +12,6 @@ namespace {
 
 // 0 after a call that succeeded, else the injected or the call's own error.
 uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
-
-// True when the fault seam fails this call: the error is left for
-// GetLastError(), as the call itself would leave it.
-bool failedOnPurpose(Call call) {
-  const uint32_t error = injectedFault(call);
-  if (error != 0) SetLastError(error);
-  return error != 0;
-}
 
 }  // namespace
 

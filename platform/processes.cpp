@@ -4,19 +4,12 @@
 #include <shlwapi.h>
 #include <tlhelp32.h>
 
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 namespace {
 
 uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
-
-// True when the fault seam fails this call, with the error left for GetLastError().
-bool failedOnPurpose(Call call) {
-  const uint32_t error = injectedFault(call);
-  if (error != 0) SetLastError(error);
-  return error != 0;
-}
 
 // What a wait returned, with a failed wait (WAIT_FAILED) given as its error code.
 uint32_t waitOutcome(DWORD result) { return result == WAIT_FAILED ? GetLastError() : result; }

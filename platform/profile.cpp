@@ -5,16 +5,14 @@
 #include <algorithm>
 
 #include "platform/error_text.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 
 std::wstring profileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                            const std::wstring& fallback) {
-  if (const uint32_t error = injectedFault(Call::ProfileRead)) {
-    SetLastError(error);  // as a file that cannot be read: the fallback without its trailing blanks
-    return fallback.substr(0, fallback.find_last_not_of(L' ') + 1);
-  }
+  // As a file that cannot be read: the fallback without its trailing blanks.
+  if (failedOnPurpose(Call::ProfileRead)) return fallback.substr(0, fallback.find_last_not_of(L' ') + 1);
   constexpr DWORD kBuffer = 10240;
   std::wstring buffer(kBuffer, L'\0');
   const DWORD length =

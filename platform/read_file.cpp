@@ -5,7 +5,7 @@
 #include <share.h>
 
 #include "platform/error_text.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 namespace {
@@ -14,18 +14,8 @@ namespace {
 // the reason in GetLastError().
 UniqueFile openFile(const std::wstring& path, const wchar_t* mode, int share) {
   SetLastError(0);
-  if (const uint32_t error = injectedFault(Call::Open)) {
-    SetLastError(error);
-    return nullptr;
-  }
+  if (failedOnPurpose(Call::Open)) return nullptr;
   return UniqueFile(_wfsopen(path.c_str(), mode, share));
-}
-
-// True when the fault seam fails this read, with the error left for GetLastError().
-bool readFailedOnPurpose() {
-  const uint32_t error = injectedFault(Call::Read);
-  if (error != 0) SetLastError(error);
-  return error != 0;
 }
 
 }  // namespace
@@ -38,7 +28,7 @@ uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& byt
   std::fseek(file.get(), 0, SEEK_SET);
   if (length <= 0) return 1006;
   bytes.resize(static_cast<size_t>(length));
-  if (readFailedOnPurpose()) return lastErrorOr(ERROR_READ_FAULT);
+  if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   return std::ferror(file.get()) ? lastErrorOr(ERROR_READ_FAULT) : 0;
 }
@@ -51,7 +41,7 @@ bool readTextFile(const std::wstring& path, std::string& out) {
   if (size > 0) out.reserve(static_cast<size_t>(size));
   char buffer[1 << 16];
   for (;;) {
-    if (readFailedOnPurpose()) return false;
+    if (failedOnPurpose(Call::Read)) return false;
     const size_t got = std::fread(buffer, 1, sizeof buffer, file.get());
     if (got == 0) break;
     out.append(buffer, got);
@@ -62,7 +52,7 @@ bool readTextFile(const std::wstring& path, std::string& out) {
 UniqueFile openForReading(const std::wstring& path) { return openFile(path, L"rb", _SH_DENYNO); }
 
 std::string readHead(std::FILE* file, size_t count) {
-  if (readFailedOnPurpose()) return {};
+  if (failedOnPurpose(Call::Read)) return {};
   std::string head(count, '\0');
   head.resize(std::fread(head.data(), 1, count, file));
   return head;

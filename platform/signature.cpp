@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 #include "platform/owned.h"
 
 namespace platform {
@@ -16,13 +16,6 @@ namespace platform {
 void CatalogAdminTraits::close(Handle h) { CryptCATAdminReleaseContext(h, 0); }
 
 namespace {
-
-// True when the fault seam fails this call, with the error left for GetLastError().
-bool failedOnPurpose(Call call) {
-  const uint32_t error = injectedFault(call);
-  if (error != 0) SetLastError(error);
-  return error != 0;
-}
 
 constexpr DWORD kEmbeddedFlags = WTD_CACHE_ONLY_URL_RETRIEVAL | WTD_HASH_ONLY_FLAG;  // 0x1200
 constexpr DWORD kCatalogFlags = WTD_CACHE_ONLY_URL_RETRIEVAL | WTD_SAFER_FLAG;       // 0x1100

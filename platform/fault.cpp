@@ -26,11 +26,14 @@ constexpr bool kChanges = true;
 // Every kind: its name on the command line, and whether it changes the machine.
 // Calls without a fault point, because they cannot fail in a way a caller
 // could act on: text work (UTF conversion, formatting, full paths, path
-// comparison), the clock, sleeping, the random number, the program's own
-// path, the current directory read, the Windows version, enabling the
-// process's privileges (best effort by design), standard output and the
-// debugger (the log's own destinations), positioning within an open file,
-// and the cleanup after a failure (a file cut back, a temporary file removed).
+// comparison); the clock, sleeping and the random number; the program's own
+// path, the current directory read and the Windows version; enabling the
+// process's privileges and sharing the thread's user with a library's worker
+// (best effort by design); standard output and the debugger (the log's own
+// destinations); positioning within or sizing an open file; walking a process
+// or module snapshot already taken; the guard around a library's worker
+// thread once it exists; closing handles; and the cleanup after a failure (a
+// file cut back, a temporary file removed).
 constexpr std::array<Kind, static_cast<size_t>(Call::Count)> kKinds = {{
     {Call::Create, "create", kChanges},
     {Call::Write, "write", kChanges},

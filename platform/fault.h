@@ -32,8 +32,8 @@ enum class Call : uint8_t {
   TraceWrite,        // "trace": one line written to the trace file
   Open,              // "open": a file opened for reading
   Read,              // "read": one block read
-  List,              // "list": a directory listing started, or one step of it
-  Attributes,        // "attributes": attributes, existence, times, long path read
+  List,              // "list": a directory listing started, or one step of it (also a last write time)
+  Attributes,        // "attributes": attributes, existence, long path read
   AttributeWrite,    // "attrwrite": the read-only attribute cleared
   RegistryOpen,      // "regopen": a registry key opened
   RegistryQuery,     // "regquery": one value read

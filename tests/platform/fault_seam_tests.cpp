@@ -80,6 +80,8 @@ const Row kRows[] = {
     {"createDirectory", Call::CreateDirectory, 1, [] { return platform::createDirectory(kDir + L"\\new"); }},
     {"createDirectories", Call::CreateDirectory, 1,
      [] { return lastErrorIf(!platform::createDirectories(kDir + L"\\new\\deeper")); }},
+    // Its second try, after clearing the read-only attribute, is out of reach: Wine removes a
+    // read-only directory at once.
     {"removeDirectory", Call::RemoveDirectory, 1, [] { return platform::removeDirectory(kDir); }},
     {"lastWriteTime", Call::List, 1, [] { return lastErrorIf(!platform::lastWriteTime(kFile)); }},
     {"sameLastWriteTime", Call::List, 1, [] { return lastErrorIf(!platform::sameLastWriteTime(kFile, kFile)); }},

@@ -54,6 +54,8 @@ std::wstring currentDirectory() {
       .value_or(std::wstring());
 }
 
+uint32_t processId() { return GetCurrentProcessId(); }
+
 OsVersion osVersion() {
   using RtlGetVersionFn = LONG(WINAPI*)(OSVERSIONINFOEXW*);
   OSVERSIONINFOEXW info{};

@@ -27,7 +27,7 @@ constexpr bool kChanges = true;
 // Calls without a fault point, because they cannot fail in a way a caller
 // could act on: text work (UTF conversion, formatting, full paths, path
 // comparison); the clock, sleeping and the random number; the program's own
-// path, the current directory read and the Windows version; enabling the
+// path and id, the current directory read and the Windows version; enabling the
 // process's privileges and sharing the thread's user with a library's worker
 // (best effort by design); standard output and the debugger (the log's own
 // destinations); positioning within or sizing an open file; walking a process

@@ -4,6 +4,7 @@
 #include <shlwapi.h>
 #include <tlhelp32.h>
 
+#include "platform/changes.h"
 #include "platform/injected_error.h"
 
 namespace platform {
@@ -53,6 +54,7 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                       directory.empty() ? nullptr : directory.c_str(), &startup, &started))
     return GetLastError();
+  noteChange(0);
   const UniqueProcess process(started.hProcess);
   const UniqueThread thread(started.hThread);
   if (waitMilliseconds == 0) return 0;
@@ -108,9 +110,9 @@ uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {
   return result < count ? 0 : waitOutcome(result);
 }
 
-uint32_t terminateProcess(HANDLE process) {
+uint32_t terminateProcess(HANDLE process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
-  return outcome(TerminateProcess(process, 0));
+  return noteChange(outcome(TerminateProcess(process, exitCode)));
 }
 
 uint32_t setCurrentDirectory(const std::wstring& path) {

@@ -41,8 +41,8 @@ UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t a
 // returned (258 when time ran out).
 uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds);
 
-// Ends a process (exit code 0) without waiting for it to go.
-uint32_t terminateProcess(HANDLE process);
+// Ends a process with `exitCode` without waiting for it to go.
+uint32_t terminateProcess(HANDLE process, uint32_t exitCode = 0);
 
 uint32_t setCurrentDirectory(const std::wstring& path);
 

@@ -1,5 +1,6 @@
 #include "platform/registry.h"
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -37,13 +38,16 @@ uint32_t createKey(HKEY parent, const std::wstring& path, bool isVolatile) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
   UniqueKey key;
   const DWORD options = isVolatile ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
-  return static_cast<uint32_t>(
-      RegCreateKeyExW(parent, path.c_str(), 0, nullptr, options, 0, nullptr, key.put(), nullptr));
+  DWORD disposition = 0;
+  const auto status = static_cast<uint32_t>(
+      RegCreateKeyExW(parent, path.c_str(), 0, nullptr, options, 0, nullptr, key.put(), &disposition));
+  // Finding the key there already changes nothing.
+  return status == 0 && disposition == REG_OPENED_EXISTING_KEY ? 0 : noteChange(status);
 }
 
 uint32_t deleteKey(HKEY parent, const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
-  return static_cast<uint32_t>(RegDeleteKeyW(parent, path.c_str()));
+  return noteChange(static_cast<uint32_t>(RegDeleteKeyW(parent, path.c_str())));
 }
 
 uint32_t queryValue(HKEY key, const std::wstring& name, RegistryData& data) {
@@ -63,13 +67,13 @@ uint32_t queryValue(HKEY key, const std::wstring& name, RegistryData& data) {
 
 uint32_t setValue(HKEY key, const std::wstring& name, uint32_t type, const std::vector<uint8_t>& bytes) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return static_cast<uint32_t>(
-      RegSetValueExW(key, name.c_str(), 0, type, bytes.data(), static_cast<DWORD>(bytes.size())));
+  return noteChange(static_cast<uint32_t>(
+      RegSetValueExW(key, name.c_str(), 0, type, bytes.data(), static_cast<DWORD>(bytes.size()))));
 }
 
 uint32_t deleteValue(HKEY key, const std::wstring& name) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return static_cast<uint32_t>(RegDeleteValueW(key, name.c_str()));
+  return noteChange(static_cast<uint32_t>(RegDeleteValueW(key, name.c_str())));
 }
 
 uint32_t subkeyNames(HKEY key, std::vector<std::wstring>& names) {

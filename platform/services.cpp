@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -38,18 +39,18 @@ uint32_t queryServiceState(const UniqueServiceHandle& service, uint32_t& state) 
 
 uint32_t startService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceStart)) return error;
-  return outcome(StartServiceW(service.get(), 0, nullptr));
+  return noteChange(outcome(StartServiceW(service.get(), 0, nullptr)));
 }
 
 uint32_t stopService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceControl)) return error;
   SERVICE_STATUS status = {};
-  return outcome(ControlService(service.get(), SERVICE_CONTROL_STOP, &status));
+  return noteChange(outcome(ControlService(service.get(), SERVICE_CONTROL_STOP, &status)));
 }
 
 uint32_t deleteService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceDelete)) return error;
-  return outcome(DeleteService(service.get()));
+  return noteChange(outcome(DeleteService(service.get())));
 }
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
@@ -57,7 +58,7 @@ uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) 
   UniqueServiceHandle created(CreateServiceW(manager.get(), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
                                              s.startType, s.errorControl, nullWhenEmpty(s.path), nullWhenEmpty(s.group),
                                              nullptr, nullWhenEmpty(s.dependencies), nullptr, nullptr));
-  return outcome(created.valid());
+  return noteChange(outcome(created.valid()));
 }
 
 }  // namespace platform

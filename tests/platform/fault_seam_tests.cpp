@@ -17,6 +17,7 @@
 #include "platform/file_system.h"
 #include "platform/impersonation.h"
 #include "platform/library.h"
+#include "platform/line_file.h"
 #include "platform/output_file.h"
 #include "platform/processes.h"
 #include "platform/profile.h"
@@ -79,7 +80,7 @@ const Row kRows[] = {
     {"deleteFile", Call::Delete, 1, [] { return platform::deleteFile(kFile, FILE_ATTRIBUTE_NORMAL); }},
     {"createDirectory", Call::CreateDirectory, 1, [] { return platform::createDirectory(kDir + L"\\new"); }},
     {"createDirectories", Call::CreateDirectory, 1,
-     [] { return lastErrorIf(!platform::createDirectories(kDir + L"\\new\\deeper")); }},
+     [] { return platform::createDirectories(kDir + L"\\new\\deeper"); }},
     // Its second try, after clearing the read-only attribute, is out of reach: Wine removes a
     // read-only directory at once.
     {"removeDirectory", Call::RemoveDirectory, 1, [] { return platform::removeDirectory(kDir); }},
@@ -120,6 +121,22 @@ const Row kRows[] = {
      }},
     {"replaceFile (the target's check)", Call::Attributes, 1, [] { return platform::replaceFile(kFile, "new"); }},
     {"replaceFile", Call::Replace, 1, [] { return platform::replaceFile(kFile, "new"); }},
+    {"Replacement::create", Call::Create, 1, [] { return platform::Replacement().create(kFile); }},
+    {"Replacement::putInPlace", Call::Replace, 1,
+     [] {
+       platform::Replacement replacement;
+       replacement.create(kFile);
+       replacement.file().close();
+       return replacement.putInPlace();
+     }},
+    // line_file.h
+    {"LineFile::open", Call::Create, 1, [] { return platform::LineFile().open(kDir + L"\\lines.txt"); }},
+    {"LineFile::writeLine", Call::Write, 1,
+     [] {
+       platform::LineFile lines;
+       lines.open(kDir + L"\\lines.txt");
+       return lines.writeLine("line");
+     }},
     // trace_file.h
     {"TraceFile::open", Call::Create, 1, [] { return platform::TraceFile().open(kDir + L"\\trace.txt"); }},
     {"TraceFile::writeLine", Call::TraceWrite, 1,
@@ -284,7 +301,7 @@ class FaultSeam : public ::testing::TestWithParam<Row> {
   }
   static void TearDownTestSuite() {
     SetFileAttributesW(kReadOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
-    for (const wchar_t* name : {L"file.txt", L"read-only.txt", L"out.txt", L"trace.txt", L"x.ini"})
+    for (const wchar_t* name : {L"file.txt", L"read-only.txt", L"out.txt", L"trace.txt", L"lines.txt", L"x.ini"})
       DeleteFileW((kDir + L"\\" + name).c_str());
     RemoveDirectoryW(kDir.c_str());
     RegDeleteTreeW(HKEY_CURRENT_USER, kKey.c_str());

@@ -5,7 +5,7 @@
 
 #include "platform/directory_listing.h"
 #include "platform/changes.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 #include "platform/path.h"
 
 namespace platform {
@@ -16,7 +16,10 @@ uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
 
 }  // namespace
 
-bool pathExists(const std::wstring& path) { return PathFileExistsW(path.c_str()); }
+bool pathExists(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return false;
+  return PathFileExistsW(path.c_str());
+}
 
 std::wstring fullPath(const std::wstring& path) {
   const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
@@ -43,15 +46,21 @@ bool samePath(const std::wstring& a, const std::wstring& b) {
   return CompareStringOrdinal(first.c_str(), -1, second.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-bool isDirectory(const std::wstring& path) { return PathIsDirectoryW(path.c_str()); }
+bool isDirectory(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return false;
+  return PathIsDirectoryW(path.c_str());
+}
 
 bool sameRoot(const std::wstring& a, const std::wstring& b) { return PathIsSameRootW(a.c_str(), b.c_str()); }
 
-void clearReadOnly(const std::wstring& path) { clearReadOnly(path, GetFileAttributesW(path.c_str())); }
+void clearReadOnly(const std::wstring& path) {
+  clearReadOnly(path, failedOnPurpose(Call::Attributes) ? INVALID_FILE_ATTRIBUTES : GetFileAttributesW(path.c_str()));
+}
 
 void clearReadOnly(const std::wstring& path, uint32_t attributes) {
-  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
-    SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
+  if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return;
+  if (failedOnPurpose(Call::AttributeWrite)) return;
+  SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
 }
 
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists) {
@@ -76,7 +85,7 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes) {
 }
 
 uint32_t createDirectory(const std::wstring& path) {
-  if (const uint32_t error = injectedFault(Call::CreateDirectory)) return error;
+  if (failedOnPurpose(Call::CreateDirectory)) return GetLastError();
   return noteChange(outcome(CreateDirectoryW(path.c_str(), nullptr)));
 }
 
@@ -96,6 +105,8 @@ uint32_t removeDirectory(const std::wstring& path) {
   const uint32_t error = outcome(RemoveDirectoryW(path.c_str()));
   if (error != ERROR_ACCESS_DENIED) return noteChange(error);
   clearReadOnly(path);
+  // The second try is a call of its own.
+  if (const uint32_t again = injectedFault(Call::RemoveDirectory)) return again;
   return noteChange(outcome(RemoveDirectoryW(path.c_str())));
 }
 

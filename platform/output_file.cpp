@@ -31,6 +31,7 @@ std::wstring siblingName(const std::wstring& path, unsigned attempt) {
 // direct overwrite would have met (5 for a directory or a read-only file, 32
 // for a file in use); a missing file is fine.
 uint32_t checkWritable(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::Attributes)) return error;  // a question, not a change
   UniqueHandle probe(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (probe.valid()) return 0;

@@ -6,12 +6,14 @@
 
 #include "platform/error_text.h"
 #include "platform/changes.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 
 std::wstring profileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                            const std::wstring& fallback) {
+  // As a file that cannot be read: the fallback without its trailing blanks.
+  if (failedOnPurpose(Call::ProfileRead)) return fallback.substr(0, fallback.find_last_not_of(L' ') + 1);
   constexpr DWORD kBuffer = 10240;
   std::wstring buffer(kBuffer, L'\0');
   const DWORD length =

@@ -16,7 +16,8 @@ uint32_t collectNames(DWORD bufferSize, std::vector<std::wstring>& names, Enumer
   std::wstring buffer(bufferSize, L'\0');
   for (DWORD index = 0;; ++index) {
     DWORD length = bufferSize;
-    const LSTATUS status = enumerate(index, buffer.data(), &length);
+    const uint32_t fault = injectedFault(Call::RegistryEnum);
+    const LSTATUS status = fault ? static_cast<LSTATUS>(fault) : enumerate(index, buffer.data(), &length);
     if (status == ERROR_NO_MORE_ITEMS) return 0;
     if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
     names.emplace_back(buffer.data(), length);
@@ -26,6 +27,10 @@ uint32_t collectNames(DWORD bufferSize, std::vector<std::wstring>& names, Enumer
 }  // namespace
 
 uint32_t openKey(HKEY parent, const std::wstring& path, REGSAM access, UniqueKey& key) {
+  if (const uint32_t error = injectedFault(Call::RegistryOpen)) {
+    key.reset();  // as a failed open leaves it
+    return error;
+  }
   return static_cast<uint32_t>(RegOpenKeyExW(parent, path.c_str(), 0, access, key.put()));
 }
 
@@ -47,10 +52,12 @@ uint32_t deleteKey(HKEY parent, const std::wstring& path) {
 
 uint32_t queryValue(HKEY key, const std::wstring& name, RegistryData& data) {
   DWORD size = 0;
+  if (const uint32_t error = injectedFault(Call::RegistryQuery)) return error;
   LSTATUS status = RegQueryValueExW(key, name.c_str(), nullptr, nullptr, nullptr, &size);
   if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
   data.bytes.assign(size, 0);
   DWORD type = 0;
+  if (const uint32_t error = injectedFault(Call::RegistryQuery)) return error;
   status = RegQueryValueExW(key, name.c_str(), nullptr, &type, data.bytes.data(), &size);
   if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
   data.type = type;

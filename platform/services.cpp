@@ -23,6 +23,8 @@ uint32_t openServiceManager(uint32_t access, UniqueServiceHandle& manager) {
 
 uint32_t openService(const UniqueServiceHandle& manager, const std::wstring& name, uint32_t access,
                      UniqueServiceHandle& service) {
+  service.reset();
+  if (const uint32_t error = injectedFault(Call::ServiceOpen)) return error;
   *service.put() = OpenServiceW(manager.get(), name.c_str(), access);
   return outcome(service.valid());
 }
@@ -36,17 +38,23 @@ uint32_t queryServiceState(const UniqueServiceHandle& service, uint32_t& state) 
 }
 
 uint32_t startService(const UniqueServiceHandle& service) {
+  if (const uint32_t error = injectedFault(Call::ServiceStart)) return error;
   return noteChange(outcome(StartServiceW(service.get(), 0, nullptr)));
 }
 
 uint32_t stopService(const UniqueServiceHandle& service) {
+  if (const uint32_t error = injectedFault(Call::ServiceControl)) return error;
   SERVICE_STATUS status = {};
   return noteChange(outcome(ControlService(service.get(), SERVICE_CONTROL_STOP, &status)));
 }
 
-uint32_t deleteService(const UniqueServiceHandle& service) { return noteChange(outcome(DeleteService(service.get()))); }
+uint32_t deleteService(const UniqueServiceHandle& service) {
+  if (const uint32_t error = injectedFault(Call::ServiceDelete)) return error;
+  return noteChange(outcome(DeleteService(service.get())));
+}
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
+  if (const uint32_t error = injectedFault(Call::ServiceCreate)) return error;
   UniqueServiceHandle created(CreateServiceW(manager.get(), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
                                              s.startType, s.errorControl, nullWhenEmpty(s.path), nullWhenEmpty(s.group),
                                              nullptr, nullWhenEmpty(s.dependencies), nullptr, nullptr));

@@ -1,5 +1,6 @@
 #include "engine/log.h"
 #include "functions/registry/functions.h"
+#include "platform/errors.h"
 #include "platform/registry.h"
 
 namespace api::registry {
@@ -32,7 +33,7 @@ void FunctionRegDeleteKey::execute() {
   // An empty key (a variable that expanded to nothing) would name the root
   // itself, and the delete would take everything below it.
   if (key.find_first_not_of(L'\\') == std::wstring::npos)
-    fail(ERROR_INVALID_PARAMETER);
+    fail(platform::kErrorInvalidParameter);
   else if (const uint32_t error = deleteTree(root(), key))
     fail(error);
   logEnd();

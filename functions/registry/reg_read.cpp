@@ -3,6 +3,7 @@
 #include "functions/registry/functions.h"
 #include "platform/environment.h"
 #include "platform/error_text.h"
+#include "platform/errors.h"
 #include "platform/registry.h"
 
 namespace api::registry {
@@ -15,11 +16,11 @@ uint32_t readText(HKEY root, const std::wstring& key, const std::wstring& value,
   platform::RegistryData data;
   if (const uint32_t error = platform::queryValue(opened.get(), value, data)) return error;
   std::optional<std::wstring> converted = detail::dataToText(data.type, data.bytes);
-  if (!converted) return ERROR_UNSUPPORTED_TYPE;
+  if (!converted) return platform::kErrorUnsupportedType;
   if (data.type == detail::ExpandSz) {
     platform::clearLastError();
     converted = platform::expandEnvironment(*converted);
-    if (!converted) return platform::lastErrorOr(ERROR_INVALID_DATA);
+    if (!converted) return platform::lastErrorOr(platform::kErrorInvalidData);
   }
   text = std::move(*converted);
   return 0;

@@ -4,6 +4,7 @@
 
 #include "functions/files/detail/each_entry.h"
 #include "platform/clock.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/format.h"
 #include "platform/path.h"
@@ -28,7 +29,7 @@ std::wstring renamedPath(const std::wstring& path) {
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options) {
   uint32_t code = platform::deleteFile(path, attributes);
   // A file already gone is deleted; one that is still there is not, whatever the code says.
-  if (code == 0 || (code == ERROR_FILE_NOT_FOUND && !platform::pathExists(path))) return 0;
+  if (code == 0 || (code == platform::kErrorFileNotFound && !platform::pathExists(path))) return 0;
   std::wstring remaining = path;
   if (options.renameIfFails) {
     std::wstring moved = renamedPath(path);

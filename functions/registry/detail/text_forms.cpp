@@ -5,11 +5,12 @@
 #include <limits>
 #include <utility>
 
+#include "platform/errors.h"
+
 namespace api::registry::detail {
 namespace {
 
-constexpr uint32_t kBadHexDigit = 111;       // what binary text with a non-hex character fails with
-constexpr uint32_t kUnsupportedType = 1630;  // ERROR_UNSUPPORTED_TYPE
+constexpr uint32_t kBadHexDigit = platform::kErrorBufferOverflow;  // binary text with a character that is no hex digit
 
 std::wstring wideText(const std::vector<uint8_t>& bytes) {
   std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
@@ -141,7 +142,7 @@ uint32_t textToData(uint32_t type, std::wstring_view text, std::vector<uint8_t>&
       appendWide(list, bytes);
       return 0;
     }
-    default: return kUnsupportedType;
+    default: return platform::kErrorUnsupportedType;
   }
 }
 

@@ -3,6 +3,7 @@
 #include "engine/log.h"
 #include "functions/services/functions.h"
 #include "platform/clock.h"
+#include "platform/errors.h"
 #include "platform/services.h"
 
 namespace api::services {
@@ -40,7 +41,7 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
   // The state known before the request is not the awaited one, so at least
   // one round is made; the wait ends at `waittime` rounded up to 100 ms.
   for (int64_t remaining = waitTime_; state != request_.awaitedState; remaining -= 100) {
-    if (remaining < 1) return WAIT_TIMEOUT;
+    if (remaining < 1) return platform::kErrorWaitTimeout;
     platform::sleep(100);
     if (const uint32_t error = platform::queryServiceState(service, state))
       return failedTo(error, L"cannot query status2");

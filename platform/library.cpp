@@ -79,7 +79,7 @@ uint32_t runGuarded(GuardedCall& call) {
 ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
   const UniqueModule module(LoadLibraryW(library.c_str()));
   if (!module) return {GetLastError(), false};
-  const FARPROC address = GetProcAddress(module.get(), name.c_str());
+  const FARPROC address = GetProcAddress(static_cast<HMODULE>(module.get()), name.c_str());
   if (!address) return {GetLastError(), false};
   GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
   if (const uint32_t error = runGuarded(call)) return {error, false};

@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/functions.h"
 #include "platform/errors.h"
@@ -30,9 +28,10 @@ void FunctionFileMoveSingle::execute() {
     if (directory && !sameRoot) {
       fail(platform::kErrorNotSameDevice);
     } else {
-      DWORD flags = afterReboot_ ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
-      if (!directory && !afterReboot_ && !sameRoot) flags |= MOVEFILE_COPY_ALLOWED;
-      if (!directory && !failIfExists_) flags |= MOVEFILE_REPLACE_EXISTING;
+      using platform::MoveFlags;
+      MoveFlags flags = afterReboot_ ? MoveFlags::AtRestart : MoveFlags::None;
+      if (!directory && !afterReboot_ && !sameRoot) flags = flags | MoveFlags::AllowCopy;
+      if (!directory && !failIfExists_) flags = flags | MoveFlags::ReplaceExisting;
       if (const uint32_t error = platform::moveFile(src, dest, flags)) fail(error);
     }
   }

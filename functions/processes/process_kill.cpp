@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <vector>
 
 #include "engine/log.h"
@@ -23,12 +21,13 @@ void FunctionProcessKill::execute() {
   uint32_t kept = 0;
   for (const uint32_t id : detail::processesNamed(name)) {
     uint32_t error = 0;
-    const platform::UniqueProcess process = platform::openProcessNamed(id, name, PROCESS_TERMINATE, error);
+    const platform::UniqueProcess process =
+        platform::openProcessNamed(id, name, platform::ProcessAccess::Terminate, error);
     if (!process) {
       engine::log(L"Cannot open process with pid %d for kill. Error:%d", id, error);
       continue;
     }
-    error = platform::terminateProcess(process.get());
+    error = platform::terminateProcess(process);
     if (error == 0) continue;
     engine::log(L"Cannot terminate process %d. Error:%d", id, error);
     if (kept == 0) kept = error;

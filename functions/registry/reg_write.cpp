@@ -28,9 +28,9 @@ void FunctionRegWrite::execute() {
               data.c_str(), type_);
   platform::UniqueKey opened;
   std::vector<uint8_t> bytes;
-  uint32_t error = platform::openKey(root(), key, KEY_SET_VALUE, opened);
+  uint32_t error = platform::openKey(rootKey(), key, platform::KeyAccess::Write, opened);
   if (error == 0) error = detail::textToData(type_, data, bytes);
-  if (error == 0) error = platform::setValue(opened.get(), value, type_, bytes);
+  if (error == 0) error = platform::setValue(opened, value, static_cast<platform::ValueType>(type_), bytes);
   if (error != 0) fail(error);
   logEnd(L"RegWrite");
 }

@@ -1,7 +1,5 @@
 #include "functions/files/detail/file_delete.h"
 
-#include <windows.h>
-
 #include "functions/files/detail/each_entry.h"
 #include "platform/clock.h"
 #include "platform/errors.h"
@@ -33,7 +31,7 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteO
   std::wstring remaining = path;
   if (options.renameIfFails) {
     std::wstring moved = renamedPath(path);
-    if (platform::moveFile(path, moved, MOVEFILE_WRITE_THROUGH) != 0) return code;
+    if (platform::moveFile(path, moved, platform::MoveFlags::None) != 0) return code;
     code = 0;
     remaining = std::move(moved);
   }

@@ -24,11 +24,12 @@ void ServiceStateChange::execute() {
 
 uint32_t ServiceStateChange::change(const std::wstring& name) const {
   UniqueServiceHandle manager, service;
-  if (const uint32_t error = platform::openServiceManager(SC_MANAGER_ENUMERATE_SERVICE, manager))
+  if (const uint32_t error = platform::openServiceManager(platform::ManagerAccess::Enumerate, manager))
     return failedTo(error, L"cannot open scm");
-  if (const uint32_t error = platform::openService(manager, name, SERVICE_QUERY_STATUS | request_.access, service))
+  if (const uint32_t error =
+          platform::openService(manager, name, platform::ServiceAccess::QueryStatus | request_.access, service))
     return failedTo(error, L"cannot open service");
-  uint32_t state = 0;
+  platform::ServiceState state = platform::ServiceState::Unknown;
   if (const uint32_t error = platform::queryServiceState(service, state))
     return failedTo(error, L"cannot query status");
   if (state == request_.awaitedState) {

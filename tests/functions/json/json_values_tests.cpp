@@ -90,7 +90,9 @@ TEST(JsonValues, InsertValuesFollowTheFirstAttributeGiven) {
     source.choose(c.stringValue, c.numberValue, c.boolValue);
     picojson::value made;
     EXPECT_EQ(source.convert(c.expanded, made), c.error);
-    if (c.json) EXPECT_EQ(made.serialize(), c.json);
+    if (c.json) {
+      EXPECT_EQ(made.serialize(), c.json);
+    }
   }
 }
 

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/flags.h"
+
 namespace platform {
 
 bool pathExists(const std::wstring& path);
@@ -36,12 +38,8 @@ enum class MoveFlags : uint8_t {
   AllowCopy = 2,        // a file may be copied to another volume and the source deleted
   AtRestart = 4         // the move is left to the next restart
 };
-constexpr MoveFlags operator|(MoveFlags a, MoveFlags b) {
-  return static_cast<MoveFlags>(static_cast<uint8_t>(a) | static_cast<uint8_t>(b));
-}
-constexpr bool has(MoveFlags flags, MoveFlags one) {
-  return (static_cast<uint8_t>(flags) & static_cast<uint8_t>(one)) != 0;
-}
+template <>
+inline constexpr bool kIsFlagSet<MoveFlags> = true;
 
 uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags flags);
 // Leaves the file to be deleted at the next restart.

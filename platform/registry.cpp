@@ -28,9 +28,8 @@ HKEY hkey(KeyParent parent) { return static_cast<HKEY>(parent.handle()); }
 HKEY hkey(const UniqueKey& key) { return static_cast<HKEY>(key.get()); }
 
 REGSAM accessMask(KeyAccess access) {
-  const auto has = [access](KeyAccess one) { return (static_cast<uint8_t>(access) & static_cast<uint8_t>(one)) != 0; };
-  return (has(KeyAccess::Read) ? KEY_QUERY_VALUE : 0) | (has(KeyAccess::Write) ? KEY_SET_VALUE : 0) |
-         (has(KeyAccess::Enumerate) ? KEY_ENUMERATE_SUB_KEYS : 0);
+  return (has(access, KeyAccess::Read) ? KEY_QUERY_VALUE : 0) | (has(access, KeyAccess::Write) ? KEY_SET_VALUE : 0) |
+         (has(access, KeyAccess::Enumerate) ? KEY_ENUMERATE_SUB_KEYS : 0);
 }
 
 }  // namespace

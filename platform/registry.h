@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/flags.h"
 #include "platform/owned.h"
 
 namespace platform {
@@ -33,9 +34,8 @@ class KeyParent {
 
 // What a key is opened for: reading its values, changing them, listing its subkeys.
 enum class KeyAccess : uint8_t { Read = 1, Write = 2, Enumerate = 4 };
-constexpr KeyAccess operator|(KeyAccess a, KeyAccess b) {
-  return static_cast<KeyAccess>(static_cast<uint8_t>(a) | static_cast<uint8_t>(b));
-}
+template <>
+inline constexpr bool kIsFlagSet<KeyAccess> = true;
 
 // The registry's value types, with its own codes.
 enum class ValueType : uint32_t {

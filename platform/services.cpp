@@ -22,12 +22,9 @@ DWORD accessMask(ManagerAccess access) {
 }
 
 DWORD accessMask(ServiceAccess access) {
-  const auto has = [access](ServiceAccess one) {
-    return (static_cast<uint8_t>(access) & static_cast<uint8_t>(one)) != 0;
-  };
-  return (has(ServiceAccess::QueryStatus) ? SERVICE_QUERY_STATUS : 0) |
-         (has(ServiceAccess::Start) ? SERVICE_START : 0) | (has(ServiceAccess::Stop) ? SERVICE_STOP : 0) |
-         (has(ServiceAccess::Delete) ? DELETE : 0);
+  return (has(access, ServiceAccess::QueryStatus) ? SERVICE_QUERY_STATUS : 0) |
+         (has(access, ServiceAccess::Start) ? SERVICE_START : 0) |
+         (has(access, ServiceAccess::Stop) ? SERVICE_STOP : 0) | (has(access, ServiceAccess::Delete) ? DELETE : 0);
 }
 
 }  // namespace

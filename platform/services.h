@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/flags.h"
 #include "platform/owned.h"
 
 namespace platform {
@@ -14,9 +15,8 @@ namespace platform {
 enum class ManagerAccess : uint8_t { Connect, Enumerate, Create };
 // What a service is opened for.
 enum class ServiceAccess : uint8_t { QueryStatus = 1, Start = 2, Stop = 4, Delete = 8 };
-constexpr ServiceAccess operator|(ServiceAccess a, ServiceAccess b) {
-  return static_cast<ServiceAccess>(static_cast<uint8_t>(a) | static_cast<uint8_t>(b));
-}
+template <>
+inline constexpr bool kIsFlagSet<ServiceAccess> = true;
 // A service's current state, with the manager's codes.
 enum class ServiceState : uint32_t {
   Unknown = 0,

@@ -10,6 +10,7 @@
 
 #include "engine/ascii.h"
 #include "engine/expansion.h"
+#include "engine/nearest_name.h"
 #include "platform/environment.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -60,6 +61,12 @@ const Parameter* findParameter(const Tag& tag, const std::wstring& name) {
   for (const Parameter& p : tag.parameters())
     if (name == p.name) return &p;
   return nullptr;
+}
+
+std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
+  std::vector<std::wstring_view> names = {L"id"};
+  for (const Parameter& p : tag.parameters()) names.push_back(p.name);
+  return didYouMean(name, names);
 }
 
 std::wstring handlerList(FunctionKind kind) {
@@ -134,8 +141,9 @@ class Walker {
       if (p) {
         noteAttribute(*p, element, a->Value());
       } else if (name != L"id" && name.rfind(L"xmlns", 0) != 0 && name.rfind(L"xsi:", 0) != 0) {
-        out_.add(Severity::Warning, &element,
-                 platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str()));
+        std::wstring text = platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str());
+        if (const std::wstring hint = suggestedAttribute(tag, name); !hint.empty()) text += L": " + hint;
+        out_.add(Severity::Warning, &element, std::move(text));
       }
     }
     const auto handlers = handlerNames(tag.kind);

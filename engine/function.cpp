@@ -18,6 +18,18 @@ const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
   return it == attributes_.end() ? nullptr : &it->second;
 }
 
+std::wstring FunctionBase::expand(const std::wstring& text) const {
+  std::wstring expanded = runtime_->variables.expand(text);
+  if (runtime_->recording) runtime_->expansions.emplace_back(text, expanded);
+  return expanded;
+}
+
+const std::wstring& FunctionBase::expandedAs(const std::wstring& written) const {
+  for (const auto& [text, expanded] : runtime_->expansions)
+    if (text == written) return expanded;
+  return written;
+}
+
 bool FunctionBase::refuse(std::wstring why) const {
   runtime_->refusal = std::move(why);
   return false;

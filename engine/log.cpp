@@ -13,6 +13,7 @@ namespace {
 struct LogState {
   bool debug = false;
   platform::TraceFile trace;
+  std::wstring tracePath;
   // Reused across calls: the log sits on every function's hot path.
   std::wstring text;
   std::string utf8;
@@ -39,8 +40,14 @@ void log(const wchar_t* format, ...) {
 
   if (s.debug) platform::debugOutput(s.text);
 
-  // A line the trace file cannot take is lost there only: the run goes on.
-  if (s.trace.isOpen()) s.trace.writeLine(s.text);
+  // A trace file that cannot take a line is closed, and standard output says
+  // once that it ends there: the run goes on.
+  if (!s.trace.isOpen()) return;
+  if (const uint32_t error = s.trace.writeLine(s.text)) {
+    s.trace.close();
+    log(L"Cannot write the trace file '%s'. Error:%d. It is incomplete from this line on", s.tracePath.c_str(),
+        static_cast<int>(error));
+  }
 }
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }
@@ -50,6 +57,7 @@ void flushLogBeforeWait() { platform::flushOutput(); }
 uint32_t setTraceFile(const std::wstring& path) {
   LogState& s = state();
   s.trace.close();
+  s.tracePath = path;
   if (path.empty()) return 0;
   return s.trace.open(path);
 }

@@ -7,6 +7,7 @@
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "engine/loops.h"
+#include "engine/nearest_name.h"
 #include "platform/format.h"
 #include "platform/text.h"
 
@@ -28,6 +29,13 @@ void applyDataChild(TiXmlElement& element, Attributes& attributes) {
 }
 
 }  // namespace
+
+// The known tag nearest to an unknown one, for the checker's message.
+std::wstring Engine::suggestedTag(const std::wstring& tag) const {
+  std::vector<std::wstring_view> names = {L"for", L"xmlForEach"};
+  for (const Tag* known : registry_.tags()) names.push_back(known->name);
+  return didYouMean(tag, names);
+}
 
 bool LogDiagnostics::report(Severity severity, const TiXmlBase*, const std::wstring& message, const std::wstring&) {
   log(L"%s", message.c_str());
@@ -91,6 +99,7 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
     const std::string_view tag = element->ValueStr();
     if (tag == "for" || tag == "xmlForEach") {
       const bool isFor = tag == "for";
+      loopLine_ = element->Row();
       TiXmlElement* first = isFor ? expandFor(*element) : expandXmlForEach(*element);
       if (!first) {
         if (problem(element, isFor ? L"For function is invalid" : L"xmlForEach function is invalid",
@@ -122,7 +131,7 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   const std::wstring tag = wide(element.Value());
   const Tag* entry = registry_.lookup(tag);
   if (!entry) {
-    problem(&element, platform::format(L"Function '%s' not found", tag.c_str()));
+    problem(&element, platform::format(L"Function '%s' not found", tag.c_str()), suggestedTag(tag));
     return nullptr;
   }
   std::unique_ptr<FunctionBase> function = entry->factory();
@@ -131,6 +140,8 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
     return nullptr;
   }
   function->attach(runtime_, tag, entry->kind, entry->parameters());
+  // Elements a loop was rewritten into have no place of their own in the file.
+  function->setLine(element.Row() > 0 ? element.Row() : loopLine_);
   for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
     function->attributes()[wide(a->Name())] = wide(a->Value());
   applyDataChild(element, function->attributes());

@@ -11,6 +11,7 @@
 #include "engine/blowfish.h"
 #include "engine/engine.h"
 #include "engine/log.h"
+#include "engine/run_record.h"
 #include "engine/script_file.h"
 #include "platform/environment.h"
 #include "platform/output.h"
@@ -102,6 +103,9 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
       if (equalsIgnoreAsciiCase(key, L"encrypt")) out.encrypt = true;
     } else if (equalsIgnoreAsciiCase(key, L"debug")) {
       out.debug = true;
+    } else if (equalsIgnoreAsciiCase(key, L"jsonlog")) {
+      if (i + 1 >= argc) return missingValue();
+      out.jsonLog = argv[++i];
     } else if (equalsIgnoreAsciiCase(key, L"var")) {
       // `/var name` at the very end is accepted with an empty value.
       if (i + 1 >= argc) return missingValue();
@@ -140,6 +144,16 @@ bool checkScriptPath(const std::wstring& path, const std::wstring& program, std:
 
 namespace {
 
+// A record that cannot be opened is said once; the run goes on without it.
+void startRunRecord(const CommandLine& args) {
+  if (args.jsonLog.empty()) return;
+  if (const uint32_t error = openRunRecord(args.jsonLog)) {
+    log(L"Cannot open the JSON log '%s': %d", args.jsonLog.c_str(), error);
+    return;
+  }
+  recordRunStart(args.scriptPath, false);
+}
+
 int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   enablePrivileges();
   log(L"Started");
@@ -161,6 +175,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     return -2;
   }
   if (args.encrypt) return encryptInPlace(args.scriptPath);
+  startRunRecord(args);
 
   TiXmlDocument document;
   Engine engine(registry);
@@ -178,6 +193,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     }
   }
   engine.reset();
+  recordRunEnd(result);
   return result;
 }
 
@@ -190,6 +206,7 @@ int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     // Unwinding has freed what the run held, so the line can still be written.
     log(L"The run ran out of memory");
     platform::flushOutput();
+    recordRunEnd(kOutOfMemoryExitCode);
     return kOutOfMemoryExitCode;
   }
 }

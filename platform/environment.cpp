@@ -50,6 +50,8 @@ std::wstring currentDirectory() {
       .value_or(std::wstring());
 }
 
+uint32_t processId() { return GetCurrentProcessId(); }
+
 OsVersion osVersion() {
   using RtlGetVersionFn = LONG(WINAPI*)(OSVERSIONINFOEXW*);
   OSVERSIONINFOEXW info{};

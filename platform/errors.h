@@ -24,6 +24,7 @@ constexpr uint32_t kErrorAlreadyExists = 183;
 constexpr uint32_t kErrorFilenameTooLong = 206;
 constexpr uint32_t kErrorWaitTimeout = 258;  // a wait that ran out of time
 constexpr uint32_t kErrorNoMoreItems = 259;
+constexpr uint32_t kErrorProcessAborted = 1067;
 constexpr uint32_t kErrorNotFound = 1168;
 constexpr uint32_t kErrorUnsupportedType = 1630;
 constexpr uint32_t kErrorDecryptionFailed = 6001;

@@ -4,6 +4,7 @@
 #include <shlwapi.h>
 
 #include "platform/directory_listing.h"
+#include "platform/changes.h"
 #include "platform/fault.h"
 #include "platform/path.h"
 
@@ -55,7 +56,7 @@ void clearReadOnly(const std::wstring& path, uint32_t attributes) {
 
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists) {
   if (const uint32_t error = injectedFault(Call::Copy)) return error;
-  return outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists));
+  return noteChange(outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists)));
 }
 
 uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags flags) {
@@ -63,43 +64,42 @@ uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags fl
   DWORD mode = has(flags, MoveFlags::AtRestart) ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
   if (has(flags, MoveFlags::AllowCopy)) mode |= MOVEFILE_COPY_ALLOWED;
   if (has(flags, MoveFlags::ReplaceExisting)) mode |= MOVEFILE_REPLACE_EXISTING;
-  return outcome(MoveFileExW(from.c_str(), to.c_str(), mode));
+  return noteChange(outcome(MoveFileExW(from.c_str(), to.c_str(), mode)));
 }
 
 uint32_t deleteAtRestart(const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::Move)) return error;
-  return outcome(MoveFileExW(path.c_str(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT));
+  return noteChange(outcome(MoveFileExW(path.c_str(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT)));
 }
 
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes) {
   clearReadOnly(path, attributes);
   if (const uint32_t error = injectedFault(Call::Delete)) return error;
-  return outcome(DeleteFileW(path.c_str()));
+  return noteChange(outcome(DeleteFileW(path.c_str())));
 }
 
 uint32_t createDirectory(const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::CreateDirectory)) return error;
-  return outcome(CreateDirectoryW(path.c_str(), nullptr));
+  return noteChange(outcome(CreateDirectoryW(path.c_str(), nullptr)));
 }
 
-bool createDirectories(const std::wstring& path) {
+uint32_t createDirectories(const std::wstring& path) {
   uint32_t error = createDirectory(path);
-  if (error == 0) return true;
   if (error == ERROR_PATH_NOT_FOUND) {
     const std::wstring parent = parentPath(path);
-    if (parent.empty() || parent == path || !createDirectories(parent)) return false;
+    if (parent.empty() || parent == path) return error;
+    if (const uint32_t parentError = createDirectories(parent)) return parentError;
     error = createDirectory(path);
-    if (error == 0) return true;
   }
-  return error == ERROR_ALREADY_EXISTS && isDirectory(path);
+  return error == ERROR_ALREADY_EXISTS && isDirectory(path) ? 0 : error;
 }
 
 uint32_t removeDirectory(const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RemoveDirectory)) return error;
   const uint32_t error = outcome(RemoveDirectoryW(path.c_str()));
-  if (error != ERROR_ACCESS_DENIED) return error;
+  if (error != ERROR_ACCESS_DENIED) return noteChange(error);
   clearReadOnly(path);
-  return outcome(RemoveDirectoryW(path.c_str()));
+  return noteChange(outcome(RemoveDirectoryW(path.c_str())));
 }
 
 std::optional<uint64_t> lastWriteTime(const std::wstring& path) {

@@ -49,8 +49,9 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes);
 
 // 183 when the directory already exists.
 uint32_t createDirectory(const std::wstring& path);
-// Creates `path` and any missing parents; true when it exists as a directory afterwards.
-bool createDirectories(const std::wstring& path);
+// Creates `path` and any missing parents: 0 when it exists as a directory
+// afterwards, else the code of the first creation that failed.
+uint32_t createDirectories(const std::wstring& path);
 // Removes an empty directory; one refused with 5 is tried again without its read-only attribute.
 uint32_t removeDirectory(const std::wstring& path);
 

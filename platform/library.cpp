@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "platform/changes.h"
 #include "platform/owned.h"
 
 namespace platform {
@@ -83,6 +84,7 @@ ExportCall callExport(const std::wstring& library, const std::string& name, int3
   if (!address) return {GetLastError(), false};
   GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
   if (const uint32_t error = runGuarded(call)) return {error, false};
+  noteChange(0);  // whatever the export did, it ran
   return {call.result, !call.returned};
 }
 

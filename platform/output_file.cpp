@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -67,7 +68,7 @@ uint32_t OutputFile::write(std::string_view bytes) {
     bytes.remove_prefix(size);
   }
   if (error != 0 && SetFilePointerEx(handle_.get(), start, nullptr, FILE_BEGIN)) SetEndOfFile(handle_.get());
-  return error;
+  return countChanges_ ? noteChange(error) : error;
 }
 
 uint32_t OutputFile::flush() {
@@ -83,25 +84,38 @@ uint32_t OutputFile::close() {
   return outcome(CloseHandle(handle_.release()));
 }
 
-uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
+Replacement::~Replacement() {
+  if (name_.empty()) return;
+  file_ = OutputFile();  // closed before it can be removed
+  DeleteFileW(name_.c_str());
+}
+
+uint32_t Replacement::create(const std::wstring& path) {
   if (const uint32_t error = checkWritable(path)) return error;
-  OutputFile file;
-  std::wstring temporary;
+  target_ = path;
   uint32_t error = ERROR_FILE_EXISTS;
   for (unsigned attempt = 1; error == ERROR_FILE_EXISTS && attempt <= 100; ++attempt) {
-    temporary = siblingName(path, attempt);
-    error = file.open(temporary, OutputFile::Mode::CreateNew);
+    name_ = siblingName(path, attempt);
+    error = file_.open(name_, OutputFile::Mode::CreateNew);
   }
-  if (error) return error;
-  error = writeTemporary(file, bytes);
-  if (error == 0) error = injectedFault(Call::Replace);
-  if (error == 0)
-    error = outcome(MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
-  if (error != 0) {
-    file = OutputFile();  // closed before it can be removed
-    DeleteFileW(temporary.c_str());
-  }
+  if (error) name_.clear();
+  file_.countChanges_ = false;  // only putInPlace changes what the user sees
   return error;
+}
+
+uint32_t Replacement::putInPlace() {
+  if (const uint32_t error = injectedFault(Call::Replace)) return error;
+  if (!MoveFileExW(name_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    return GetLastError();
+  name_.clear();
+  return noteChange(0);
+}
+
+uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
+  Replacement replacement;
+  if (const uint32_t error = replacement.create(path)) return error;
+  if (const uint32_t error = writeTemporary(replacement.file(), bytes)) return error;
+  return replacement.putInPlace();
 }
 
 }  // namespace platform

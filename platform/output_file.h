@@ -26,8 +26,36 @@ class OutputFile {
   uint32_t close();
 
  private:
+  friend class Replacement;
+
   UniqueHandle handle_;
   bool append_ = false;
+  bool countChanges_ = true;  // false for a temporary file that may never reach its place
+};
+
+// A new file beside `path` that is to take its place only when it is whole:
+// the final move stays on one volume and replaces `path` in one step. Until
+// then `path` is untouched, and a replacement that is never put in place is
+// removed when it goes.
+class Replacement {
+ public:
+  Replacement() = default;
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement();
+
+  // Creates the new file, empty and open in file(). A target that cannot be
+  // written at all (a directory, a file in use or read-only) is refused first,
+  // with the code its open gives; a missing directory is 3.
+  uint32_t create(const std::wstring& path);
+  OutputFile& file() { return file_; }
+  const std::wstring& name() const { return name_; }
+  // Moves the new file, closed by now, over the target: 0 or the move's error.
+  uint32_t putInPlace();
+
+ private:
+  OutputFile file_;
+  std::wstring target_, name_;
 };
 
 // Writes `bytes` to a new file beside `path`, flushes and closes it, and only

@@ -4,6 +4,7 @@
 #include <shlwapi.h>
 #include <tlhelp32.h>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -48,6 +49,7 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                       directory.empty() ? nullptr : directory.c_str(), &startup, &started))
     return GetLastError();
+  noteChange(0);
   const UniqueProcess process(started.hProcess);
   const UniqueThread thread(started.hThread);
   return waitMilliseconds == 0 ? 0 : WaitForSingleObject(process.get(), waitMilliseconds);
@@ -99,9 +101,9 @@ uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseco
   return result < count ? 0 : result;
 }
 
-uint32_t terminateProcess(const UniqueProcess& process) {
+uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
-  return outcome(TerminateProcess(process.get(), 0));
+  return noteChange(outcome(TerminateProcess(process.get(), exitCode)));
 }
 
 uint32_t setCurrentDirectory(const std::wstring& path) { return outcome(SetCurrentDirectoryW(path.c_str())); }

@@ -46,8 +46,8 @@ constexpr size_t kMaxWaitedProcesses = 64;
 // what the wait returned (258 when time ran out).
 uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseconds);
 
-// Ends a process (exit code 0) without waiting for it to go.
-uint32_t terminateProcess(const UniqueProcess& process);
+// Ends a process with `exitCode` without waiting for it to go.
+uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode = 0);
 
 uint32_t setCurrentDirectory(const std::wstring& path);
 

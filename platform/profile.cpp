@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/error_text.h"
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -23,8 +24,8 @@ uint32_t writeProfileString(const std::wstring& path, const std::wstring& sectio
                             const std::wstring& value) {
   if (const uint32_t error = injectedFault(Call::ProfileWrite)) return error;
   clearLastError();
-  if (WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), path.c_str())) return 0;
-  return lastErrorOr(0);
+  if (WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), path.c_str())) return noteChange(0);
+  return noteChange(lastErrorOr(0));
 }
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -45,15 +46,17 @@ uint32_t createKey(KeyParent parent, const std::wstring& path, bool isVolatile) 
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
   HKEY created = nullptr;
   const DWORD options = isVolatile ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
-  const LSTATUS status =
-      RegCreateKeyExW(hkey(parent), path.c_str(), 0, nullptr, options, 0, nullptr, &created, nullptr);
+  DWORD disposition = 0;
+  const auto status = static_cast<uint32_t>(
+      RegCreateKeyExW(hkey(parent), path.c_str(), 0, nullptr, options, 0, nullptr, &created, &disposition));
   const UniqueKey key(created);
-  return static_cast<uint32_t>(status);
+  // Finding the key there already changes nothing.
+  return status == 0 && disposition == REG_OPENED_EXISTING_KEY ? 0 : noteChange(status);
 }
 
 uint32_t deleteKey(KeyParent parent, const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
-  return static_cast<uint32_t>(RegDeleteKeyW(hkey(parent), path.c_str()));
+  return noteChange(static_cast<uint32_t>(RegDeleteKeyW(hkey(parent), path.c_str())));
 }
 
 uint32_t queryValue(const UniqueKey& opened, const std::wstring& name, RegistryData& data) {
@@ -72,13 +75,13 @@ uint32_t queryValue(const UniqueKey& opened, const std::wstring& name, RegistryD
 
 uint32_t setValue(const UniqueKey& key, const std::wstring& name, ValueType type, const std::vector<uint8_t>& bytes) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return static_cast<uint32_t>(RegSetValueExW(hkey(key), name.c_str(), 0, static_cast<DWORD>(type), bytes.data(),
-                                              static_cast<DWORD>(bytes.size())));
+  return noteChange(static_cast<uint32_t>(RegSetValueExW(hkey(key), name.c_str(), 0, static_cast<DWORD>(type),
+                                                         bytes.data(), static_cast<DWORD>(bytes.size()))));
 }
 
 uint32_t deleteValue(const UniqueKey& key, const std::wstring& name) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return static_cast<uint32_t>(RegDeleteValueW(hkey(key), name.c_str()));
+  return noteChange(static_cast<uint32_t>(RegDeleteValueW(hkey(key), name.c_str())));
 }
 
 uint32_t subkeyNames(const UniqueKey& opened, std::vector<std::wstring>& names) {

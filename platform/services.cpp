@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 
 namespace platform {
@@ -51,21 +52,23 @@ uint32_t queryServiceState(const UniqueServiceHandle& service, ServiceState& sta
 }
 
 uint32_t startService(const UniqueServiceHandle& service) {
-  return outcome(StartServiceW(handleOf(service), 0, nullptr));
+  return noteChange(outcome(StartServiceW(handleOf(service), 0, nullptr)));
 }
 
 uint32_t stopService(const UniqueServiceHandle& service) {
   SERVICE_STATUS status = {};
-  return outcome(ControlService(handleOf(service), SERVICE_CONTROL_STOP, &status));
+  return noteChange(outcome(ControlService(handleOf(service), SERVICE_CONTROL_STOP, &status)));
 }
 
-uint32_t deleteService(const UniqueServiceHandle& service) { return outcome(DeleteService(handleOf(service))); }
+uint32_t deleteService(const UniqueServiceHandle& service) {
+  return noteChange(outcome(DeleteService(handleOf(service))));
+}
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
   UniqueServiceHandle created(CreateServiceW(handleOf(manager), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
                                              s.startType, s.errorControl, nullWhenEmpty(s.path), nullWhenEmpty(s.group),
                                              nullptr, nullWhenEmpty(s.dependencies), nullptr, nullptr));
-  return outcome(created.valid());
+  return noteChange(outcome(created.valid()));
 }
 
 }  // namespace platform

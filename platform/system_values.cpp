@@ -25,6 +25,7 @@ static_assert(kErrorAlreadyExists == ERROR_ALREADY_EXISTS);
 static_assert(kErrorFilenameTooLong == ERROR_FILENAME_EXCED_RANGE);
 static_assert(kErrorWaitTimeout == WAIT_TIMEOUT);
 static_assert(kErrorNoMoreItems == ERROR_NO_MORE_ITEMS);
+static_assert(kErrorProcessAborted == ERROR_PROCESS_ABORTED);
 static_assert(kErrorNotFound == ERROR_NOT_FOUND);
 static_assert(kErrorUnsupportedType == ERROR_UNSUPPORTED_TYPE);
 static_assert(kErrorDecryptionFailed == ERROR_DECRYPTION_FAILED);

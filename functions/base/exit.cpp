@@ -1,6 +1,8 @@
 #include <cstdlib>
 
 #include "engine/log.h"
+#include "engine/run_record.h"
+#include "platform/clock.h"
 #include "functions/base/functions.h"
 
 namespace api::base {
@@ -12,6 +14,8 @@ const Parameters& FunctionExit::parameters() {
 
 void FunctionExit::execute() {
   engine::log(L"Exit function called with exitcode %d", code_);
+  engine::recordFunctionEnd(*this, platform::tickCount(), false);
+  engine::recordRunEnd(code_);
   std::exit(code_);  // the runtime flushes and closes open streams, the trace file included
 }
 

@@ -3,6 +3,12 @@
 #include "platform/profile.h"
 
 namespace api::ini {
+namespace {
+
+// Read back for a key that is not there; no value written can equal it.
+constexpr const wchar_t* kAbsent = L"\x1\x2";
+
+}  // namespace
 
 const Parameters& FunctionIniSetValue::parameters() {
   static const Parameters list = {engine::text<&FunctionIniSetValue::path_>(L"path", Need::NonEmpty),
@@ -18,6 +24,8 @@ void FunctionIniSetValue::execute() {
   const std::wstring path = expand(path_), section = expand(section_), key = expand(key_), value = expand(value_);
   engine::log(L"iniSetValue in '%s' at '%s\\%s'. value: '%s'", path.c_str(), section.c_str(), key.c_str(),
               value.c_str());
+  // A recorded run tells a value that is there already from a change.
+  if (recording() && platform::profileString(path, section, key, kAbsent) == value) nothingChanged();
   if (const uint32_t error = platform::writeProfileString(path, section, key, value)) fail(error);
   logEnd();
 }

@@ -93,6 +93,8 @@ class FunctionRegWrite : public KeyErrorFunction {
   static const engine::TagDoc doc;
 
  private:
+  bool holds(const std::wstring& key, const std::wstring& value, const std::vector<uint8_t>& bytes) const;
+
   std::wstring value_, data_, typeName_;
   uint32_t type_ = 0;  // 0: a name without a text form, refused when the function runs
 };

@@ -63,7 +63,7 @@ uint32_t moveFile(const std::wstring&, const std::wstring&, MoveFlags) { return 
 uint32_t deleteAtRestart(const std::wstring&) { return kAbsent; }
 uint32_t deleteFile(const std::wstring&, uint32_t) { return kAbsent; }
 uint32_t createDirectory(const std::wstring&) { return kAbsent; }
-bool createDirectories(const std::wstring&) { return false; }
+uint32_t createDirectories(const std::wstring&) { return kAbsent; }
 uint32_t removeDirectory(const std::wstring&) { return kAbsent; }
 std::optional<uint64_t> lastWriteTime(const std::wstring&) { return std::nullopt; }
 bool sameLastWriteTime(const std::wstring&, const std::wstring&) { return false; }
@@ -111,7 +111,7 @@ UniqueProcess openProcessNamed(uint32_t, const std::wstring&, ProcessAccess, uin
   return {};
 }
 uint32_t waitForAll(std::span<const UniqueProcess>, uint32_t) { return kAbsent; }
-uint32_t terminateProcess(const UniqueProcess&) { return kAbsent; }
+uint32_t terminateProcess(const UniqueProcess&, uint32_t) { return kAbsent; }
 uint32_t setCurrentDirectory(const std::wstring&) { return kAbsent; }
 uint32_t impersonateUser(const std::wstring&, const std::wstring&, const std::wstring&, UniqueToken&) {
   return kAbsent;

@@ -37,8 +37,10 @@ uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const Co
     const std::wstring to = platform::joinPath(dest, entry.name());
     if (entry.isDirectory()) return platform::samePath(from, outside) ? 0 : copyTree(from, to, options, outside);
     if (!options.failIfExists && !prepareOverwrite(from, entry.lastWriteTime(), to, options)) return 0;
-    if (!destReady) destReady = platform::createDirectories(dest);
-    const uint32_t error = platform::copyFile(from, to, options.failIfExists);
+    // A directory that cannot be made fails the file with its own code, not the copy's consequence.
+    uint32_t error = destReady ? 0 : platform::createDirectories(dest);
+    destReady = error == 0;
+    if (error == 0) error = platform::copyFile(from, to, options.failIfExists);
     engine::log(L"File '%s' copied to '%s' with %s (%d)", from.c_str(), to.c_str(), error ? L"ERROR" : L"SUCCESS",
                 static_cast<int>(error));
     return error;

@@ -22,6 +22,12 @@ std::wstring renamedPath(const std::wstring& path) {
   return renamed;
 }
 
+// 0 when the directory is gone, else the code of the removal that left it.
+uint32_t removeDirectory(const std::wstring& path) {
+  const uint32_t error = platform::removeDirectory(path);
+  return error && platform::pathExists(path) ? error : 0;
+}
+
 }  // namespace
 
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options) {
@@ -53,16 +59,11 @@ uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options) {
         const std::wstring path = platform::joinPath(directory, entry.name());
         if (!entry.isDirectory()) return deleteFile(path, entry.attributes(), options);
         // A linked directory is unlinked, never entered: its target is not ours.
-        if (entry.isLink()) {
-          platform::removeDirectory(path);
-          return 0;
-        }
+        if (entry.isLink()) return removeDirectory(path);
         return deleteTree(path, options);
       });
   list.close();
-  // A directory that stays behind (in use, say) is no error.
-  if (firstError == 0) platform::removeDirectory(directory);
-  return firstError;
+  return firstError ? firstError : removeDirectory(directory);
 }
 
 }  // namespace api::files

@@ -13,14 +13,6 @@ std::wstring roundTrip(uint32_t type, std::wstring_view text) {
   return *dataToText(type, bytes);
 }
 
-TEST(TextForms, TypeNamesAreExactAndOtherTypesHaveNoTextForm) {
-  EXPECT_EQ(typeCode(L"REG_QWORD"), 11u);
-  EXPECT_EQ(typeCode(L"REG_SZ "), 0u);
-  std::vector<uint8_t> bytes;
-  EXPECT_EQ(textToData(8, L"x", bytes), 1630u);  // REG_RESOURCE_LIST
-  EXPECT_FALSE(dataToText(0, {1, 2}));
-}
-
 TEST(TextForms, BinaryDigitsArePairedAndOnlyConsumedDigitsAreChecked) {
   EXPECT_EQ(roundTrip(Binary, L"00017F80FEg"), L"00017f80fe");  // the odd last character is never read
   std::vector<uint8_t> bytes;

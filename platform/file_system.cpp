@@ -68,9 +68,12 @@ uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfE
   return noteChange(outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists)));
 }
 
-uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags) {
+uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags flags) {
   if (const uint32_t error = injectedFault(Call::Move)) return error;
-  return noteChange(outcome(MoveFileExW(from.c_str(), to.c_str(), flags)));
+  DWORD mode = has(flags, MoveFlags::AtRestart) ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
+  if (has(flags, MoveFlags::AllowCopy)) mode |= MOVEFILE_COPY_ALLOWED;
+  if (has(flags, MoveFlags::ReplaceExisting)) mode |= MOVEFILE_REPLACE_EXISTING;
+  return noteChange(outcome(MoveFileExW(from.c_str(), to.c_str(), mode)));
 }
 
 uint32_t deleteAtRestart(const std::wstring& path) {

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/flags.h"
+
 namespace platform {
 
 bool pathExists(const std::wstring& path);
@@ -28,8 +30,18 @@ void clearReadOnly(const std::wstring& path);
 void clearReadOnly(const std::wstring& path, uint32_t attributes);
 
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists);
-// MoveFileExW with its MOVEFILE_* flags.
-uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags);
+// What a move may do besides renaming in place. Without AtRestart the move
+// is written through to the disk before it returns.
+enum class MoveFlags : uint8_t {
+  None = 0,
+  ReplaceExisting = 1,  // an existing target is replaced (else the move fails)
+  AllowCopy = 2,        // a file may be copied to another volume and the source deleted
+  AtRestart = 4         // the move is left to the next restart
+};
+template <>
+inline constexpr bool kIsFlagSet<MoveFlags> = true;
+
+uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags flags);
 // Leaves the file to be deleted at the next restart.
 uint32_t deleteAtRestart(const std::wstring& path);
 // Deletes a file, clearing its read-only attribute (known from a listing) first.

@@ -104,7 +104,7 @@ ExportCall callExport(const std::wstring& library, const std::string& name, int3
   const UniqueModule module(loadScriptLibrary(library));
   if (!module) return {GetLastError(), false};
   if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
-  const FARPROC address = GetProcAddress(module.get(), name.c_str());
+  const FARPROC address = GetProcAddress(static_cast<HMODULE>(module.get()), name.c_str());
   if (!address) return {GetLastError(), false};
   GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
   if (const uint32_t error = runGuarded(call)) return {error, false};

@@ -94,8 +94,10 @@ bool stillNamed(uint32_t id, const std::wstring& name) {
   return sameIgnoringCase(PathFindFileNameW(path.c_str()), name.c_str());
 }
 
-UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t access, uint32_t& error) {
-  UniqueProcess process(failedOnPurpose(Call::Snapshot) ? nullptr : OpenProcess(access, FALSE, id));
+UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, ProcessAccess access, uint32_t& error) {
+  UniqueProcess process(failedOnPurpose(Call::Snapshot)
+                            ? nullptr
+                            : OpenProcess(access == ProcessAccess::Wait ? SYNCHRONIZE : PROCESS_TERMINATE, FALSE, id));
   error = process ? 0 : GetLastError();
   if (!process || stillNamed(id, name)) return process;
   // The process ended after the search and its id went to another one.
@@ -103,16 +105,18 @@ UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t a
   return {};
 }
 
-uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {
+uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseconds) {
   if (const uint32_t error = injectedFault(Call::Wait)) return error;
-  const DWORD count = static_cast<DWORD>(processes.size());
-  const DWORD result = WaitForMultipleObjects(count, processes.data(), TRUE, milliseconds);
+  std::vector<HANDLE> handles;
+  for (const UniqueProcess& process : processes) handles.push_back(process.get());
+  const DWORD count = static_cast<DWORD>(handles.size());
+  const DWORD result = WaitForMultipleObjects(count, handles.data(), TRUE, milliseconds);
   return result < count ? 0 : waitOutcome(result);
 }
 
-uint32_t terminateProcess(HANDLE process, uint32_t exitCode) {
+uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
-  return noteChange(outcome(TerminateProcess(process, exitCode)));
+  return noteChange(outcome(TerminateProcess(process.get(), exitCode)));
 }
 
 uint32_t setCurrentDirectory(const std::wstring& path) {

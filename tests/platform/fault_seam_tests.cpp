@@ -41,11 +41,11 @@ const std::wstring kKey = L"Software\\UpkeepTest-seam";
 // The code a failed call left for GetLastError(), or 0 when it did not fail.
 uint32_t lastErrorIf(bool failed) { return failed ? GetLastError() : 0; }
 
-HKEY openedKey() {
-  static HKEY key = [] {
+const platform::UniqueKey& openedKey() {
+  static const platform::UniqueKey key = [] {
     HKEY created = nullptr;
     RegCreateKeyExW(HKEY_CURRENT_USER, kKey.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &created, nullptr);
-    return created;
+    return platform::UniqueKey(created);
   }();
   return key;
 }
@@ -76,7 +76,7 @@ const Row kRows[] = {
        return GetFileAttributesW(kReadOnly.c_str()) & FILE_ATTRIBUTE_READONLY ? error : 0;
      }},
     {"copyFile", Call::Copy, 1, [] { return platform::copyFile(kFile, kDir + L"\\copy.txt", false); }},
-    {"moveFile", Call::Move, 1, [] { return platform::moveFile(kFile, kDir + L"\\moved.txt", 0); }},
+    {"moveFile", Call::Move, 1, [] { return platform::moveFile(kFile, kDir + L"\\moved.txt", platform::MoveFlags::None); }},
     {"deleteAtRestart", Call::Move, 1, [] { return platform::deleteAtRestart(kDir + L"\\none.txt"); }},
     {"deleteFile", Call::Delete, 1, [] { return platform::deleteFile(kFile, FILE_ATTRIBUTE_NORMAL); }},
     {"createDirectory", Call::CreateDirectory, 1, [] { return platform::createDirectory(kDir + L"\\new"); }},
@@ -181,10 +181,10 @@ const Row kRows[] = {
     {"openKey", Call::RegistryOpen, 1,
      [] {
        platform::UniqueKey key;
-       return platform::openKey(HKEY_CURRENT_USER, kKey, KEY_READ, key);
+       return platform::openKey(platform::RootKey::CurrentUser, kKey, platform::KeyAccess::Read, key);
      }},
-    {"createKey", Call::RegistryKey, 1, [] { return platform::createKey(HKEY_CURRENT_USER, kKey + L"\\new", false); }},
-    {"deleteKey", Call::RegistryKey, 1, [] { return platform::deleteKey(HKEY_CURRENT_USER, kKey); }},
+    {"createKey", Call::RegistryKey, 1, [] { return platform::createKey(platform::RootKey::CurrentUser, kKey + L"\\new", false); }},
+    {"deleteKey", Call::RegistryKey, 1, [] { return platform::deleteKey(platform::RootKey::CurrentUser, kKey); }},
     {"queryValue (size)", Call::RegistryQuery, 1,
      [] {
        platform::RegistryData data;
@@ -195,7 +195,7 @@ const Row kRows[] = {
        platform::RegistryData data;
        return platform::queryValue(openedKey(), L"v", data);
      }},
-    {"setValue", Call::RegistryWrite, 1, [] { return platform::setValue(openedKey(), L"v", REG_SZ, {'x', 0, 0, 0}); }},
+    {"setValue", Call::RegistryWrite, 1, [] { return platform::setValue(openedKey(), L"v", platform::ValueType::Sz, {'x', 0, 0, 0}); }},
     {"deleteValue", Call::RegistryWrite, 1, [] { return platform::deleteValue(openedKey(), L"v"); }},
     {"subkeyNames", Call::RegistryEnum, 1,
      [] {
@@ -219,31 +219,31 @@ const Row kRows[] = {
      [] {
        uint32_t error = 0;
        const platform::UniqueProcess process =
-           platform::openProcessNamed(GetCurrentProcessId(), L"platform_unit_tests.exe", SYNCHRONIZE, error);
+           platform::openProcessNamed(GetCurrentProcessId(), L"platform_unit_tests.exe", platform::ProcessAccess::Wait, error);
        return process ? 0 : error;
      }},
     {"waitForAll", Call::Wait, 1,
      [] {
-       const HANDLE self = GetCurrentProcess();
-       return platform::waitForAll({&self, 1}, 0);
+       const platform::UniqueProcess self[1];
+       return platform::waitForAll(self, 0);
      }},
     // A missing fault point would end nothing: the handle is no process.
-    {"terminateProcess", Call::Terminate, 1, [] { return platform::terminateProcess(nullptr); }},
+    {"terminateProcess", Call::Terminate, 1, [] { return platform::terminateProcess(platform::UniqueProcess()); }},
     {"setCurrentDirectory", Call::WorkingDirectory, 1, [] { return platform::setCurrentDirectory(L"."); }},
     // services.h: the handles are empty, so a missing fault point fails with 6 instead.
     {"openServiceManager", Call::ServiceManager, 1,
      [] {
        platform::UniqueServiceHandle manager;
-       return platform::openServiceManager(SC_MANAGER_CONNECT, manager);
+       return platform::openServiceManager(platform::ManagerAccess::Connect, manager);
      }},
     {"openService", Call::ServiceOpen, 1,
      [] {
        platform::UniqueServiceHandle service;
-       return platform::openService({}, L"upkeepNoSuchService", SERVICE_QUERY_STATUS, service);
+       return platform::openService({}, L"upkeepNoSuchService", platform::ServiceAccess::QueryStatus, service);
      }},
     {"queryServiceState", Call::ServiceQuery, 1,
      [] {
-       uint32_t state = 0;
+       platform::ServiceState state{};
        return platform::queryServiceState({}, state);
      }},
     {"startService", Call::ServiceStart, 1, [] { return platform::startService({}); }},
@@ -305,7 +305,7 @@ class FaultSeam : public ::testing::TestWithParam<Row> {
       CloseHandle(file);
     }
     SetFileAttributesW(kReadOnly.c_str(), FILE_ATTRIBUTE_READONLY);
-    RegSetValueExW(openedKey(), L"v", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"x"), 4);
+    RegSetValueExW(static_cast<HKEY>(openedKey().get()), L"v", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"x"), 4);
   }
   static void TearDownTestSuite() {
     SetFileAttributesW(kReadOnly.c_str(), FILE_ATTRIBUTE_NORMAL);

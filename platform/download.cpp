@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <urlmon.h>
 
+#include "platform/changes.h"
 #include "platform/fault.h"
 #include "platform/output_file.h"
 #include "platform/system_library.h"
@@ -77,6 +78,7 @@ HRESULT fetch(const std::wstring& url, const std::wstring& file) {
 }  // namespace
 
 int32_t downloadToFile(const std::wstring& url, const std::wstring& file) {
+  if (whatIf()) return static_cast<int32_t>(wouldChange(Call::Download, L"download " + url + L" to " + file));
   Replacement replacement;
   uint32_t error = replacement.create(file);
   if (error == 0) error = replacement.file().close();

@@ -59,12 +59,18 @@ void clearReadOnly(const std::wstring& path) {
 
 void clearReadOnly(const std::wstring& path, uint32_t attributes) {
   if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return;
-  if (failedOnPurpose(Call::AttributeWrite)) return;
+  if (failedOnPurpose(Call::AttributeWrite) || whatIf()) return;  // a what-if run describes the change it serves
   SetFileAttributesW(path.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
 }
 
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists) {
   if (const uint32_t error = injectedFault(Call::Copy)) return error;
+  if (whatIf()) {
+    // What the copy itself would refuse first, the what-if run refuses too.
+    if (!pathExists(from)) return ERROR_FILE_NOT_FOUND;
+    if (failIfExists && pathExists(to)) return ERROR_FILE_EXISTS;
+    return wouldChange(Call::Copy, L"copy " + from + L" to " + to + (failIfExists ? L"" : L" (replace)"));
+  }
   return noteChange(outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists)));
 }
 
@@ -73,22 +79,35 @@ uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags fl
   DWORD mode = has(flags, MoveFlags::AtRestart) ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
   if (has(flags, MoveFlags::AllowCopy)) mode |= MOVEFILE_COPY_ALLOWED;
   if (has(flags, MoveFlags::ReplaceExisting)) mode |= MOVEFILE_REPLACE_EXISTING;
+  if (whatIf()) {
+    if (!pathExists(from)) return ERROR_FILE_NOT_FOUND;
+    if (!has(flags, MoveFlags::ReplaceExisting) && !has(flags, MoveFlags::AtRestart) && pathExists(to))
+      return ERROR_ALREADY_EXISTS;
+    return wouldChange(Call::Move, L"move " + from + L" to " + to +
+                                       (has(flags, MoveFlags::AtRestart) ? L" at the next restart" : L""));
+  }
   return noteChange(outcome(MoveFileExW(from.c_str(), to.c_str(), mode)));
 }
 
 uint32_t deleteAtRestart(const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::Move)) return error;
+  if (whatIf()) return wouldChange(Call::Move, L"delete " + path + L" at the next restart");
   return noteChange(outcome(MoveFileExW(path.c_str(), nullptr, MOVEFILE_DELAY_UNTIL_REBOOT)));
 }
 
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes) {
   clearReadOnly(path, attributes);
   if (const uint32_t error = injectedFault(Call::Delete)) return error;
+  if (whatIf()) return pathExists(path) ? wouldChange(Call::Delete, L"delete " + path) : ERROR_FILE_NOT_FOUND;
   return noteChange(outcome(DeleteFileW(path.c_str())));
 }
 
 uint32_t createDirectory(const std::wstring& path) {
   if (failedOnPurpose(Call::CreateDirectory)) return GetLastError();
+  if (whatIf()) {
+    if (pathExists(path)) return ERROR_ALREADY_EXISTS;
+    return wouldChange(Call::CreateDirectory, L"create directory " + path);
+  }
   return noteChange(outcome(CreateDirectoryW(path.c_str(), nullptr)));
 }
 
@@ -105,6 +124,8 @@ uint32_t createDirectories(const std::wstring& path) {
 
 uint32_t removeDirectory(const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RemoveDirectory)) return error;
+  if (whatIf())
+    return pathExists(path) ? wouldChange(Call::RemoveDirectory, L"remove directory " + path) : ERROR_FILE_NOT_FOUND;
   const uint32_t error = outcome(RemoveDirectoryW(path.c_str()));
   if (error != ERROR_ACCESS_DENIED) return noteChange(error);
   clearReadOnly(path);

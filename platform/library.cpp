@@ -101,6 +101,8 @@ HMODULE loadScriptLibrary(const std::wstring& library) {
 
 ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
   if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
+  // Loading a library runs its own code: a what-if run loads none.
+  if (whatIf()) return {wouldChange(Call::Library, L"call " + std::wstring(name.begin(), name.end()) + L" in " + library), false};
   const UniqueModule module(loadScriptLibrary(library));
   if (!module) return {GetLastError(), false};
   if (const uint32_t error = injectedFault(Call::Library)) return {error, false};

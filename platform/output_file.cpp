@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/changes.h"
 #include "platform/fault.h"
@@ -49,6 +50,11 @@ uint32_t writeTemporary(OutputFile& file, std::string_view bytes) {
 
 uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
   if (const uint32_t error = injectedFault(Call::Create)) return error;
+  if (whatIf()) {
+    // The file takes what is written to it and keeps none of it.
+    pretend_ = true;
+    return wouldChange(Call::Create, (mode == Mode::Append ? L"append to " : L"write ") + path);
+  }
   const DWORD disposition = mode == Mode::Truncate ? CREATE_ALWAYS : mode == Mode::Append ? OPEN_ALWAYS : CREATE_NEW;
   handle_.reset(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -57,6 +63,7 @@ uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
 }
 
 uint32_t OutputFile::write(std::string_view bytes) {
+  if (pretend_) return 0;
   LARGE_INTEGER start;
   if (!SetFilePointerEx(handle_.get(), at(0), &start, append_ ? FILE_END : FILE_CURRENT)) return GetLastError();
   uint32_t error = 0;
@@ -74,6 +81,7 @@ uint32_t OutputFile::write(std::string_view bytes) {
 
 uint32_t OutputFile::flush() {
   if (const uint32_t error = injectedFault(Call::Flush)) return error;
+  if (pretend_) return 0;
   return outcome(FlushFileBuffers(handle_.get()));
 }
 
@@ -82,6 +90,7 @@ uint32_t OutputFile::close() {
     handle_.reset();
     return error;
   }
+  if (std::exchange(pretend_, false)) return 0;
   return outcome(CloseHandle(handle_.release()));
 }
 
@@ -113,6 +122,10 @@ uint32_t Replacement::putInPlace() {
 }
 
 uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
+  if (whatIf()) {
+    if (const uint32_t error = checkWritable(path)) return error;
+    return wouldChange(Call::Replace, L"write " + path + L" (" + std::to_wstring(bytes.size()) + L" bytes)");
+  }
   Replacement replacement;
   if (const uint32_t error = replacement.create(path)) return error;
   if (const uint32_t error = writeTemporary(replacement.file(), bytes)) return error;

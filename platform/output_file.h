@@ -17,7 +17,7 @@ class OutputFile {
 
   // 0 or the error of the open (3: no such directory, 80: CreateNew found a file).
   uint32_t open(const std::wstring& path, Mode mode);
-  bool isOpen() const { return handle_.valid(); }
+  bool isOpen() const { return handle_.valid() || pretend_; }
   // Writes all the bytes, block by block. When one fails the file is cut back
   // to where it was, so it holds all of them or none.
   uint32_t write(std::string_view bytes);
@@ -31,6 +31,7 @@ class OutputFile {
   UniqueHandle handle_;
   bool append_ = false;
   bool countChanges_ = true;  // false for a temporary file that may never reach its place
+  bool pretend_ = false;      // opened in a what-if run: takes every write, keeps none
 };
 
 // A new file beside `path` that is to take its place only when it is whole:

@@ -51,6 +51,8 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
   if (const uint32_t error = injectedFault(Call::Process)) return error;
+  if (whatIf())
+    return wouldChange(Call::Process, L"run " + commandLine + (directory.empty() ? L"" : L" in " + directory));
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                       directory.empty() ? nullptr : directory.c_str(), &startup, &started))
     return GetLastError();
@@ -99,6 +101,7 @@ UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, ProcessAcc
                             ? nullptr
                             : OpenProcess(access == ProcessAccess::Wait ? SYNCHRONIZE : PROCESS_TERMINATE, FALSE, id));
   error = process ? 0 : GetLastError();
+  nameHandle(process.get(), name + L" (process " + std::to_wstring(id) + L")");
   if (!process || stillNamed(id, name)) return process;
   // The process ended after the search and its id went to another one.
   error = ERROR_INVALID_PARAMETER;
@@ -116,6 +119,7 @@ uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseco
 
 uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
+  if (whatIf()) return wouldChange(Call::Terminate, L"end " + handleName(process.get()));
   return noteChange(outcome(TerminateProcess(process.get(), exitCode)));
 }
 

@@ -25,6 +25,7 @@ std::wstring profileString(const std::wstring& path, const std::wstring& section
 uint32_t writeProfileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                             const std::wstring& value) {
   if (const uint32_t error = injectedFault(Call::ProfileWrite)) return error;
+  if (whatIf()) return wouldChange(Call::ProfileWrite, L"set [" + section + L"] " + key + L"=" + value + L" in " + path);
   clearLastError();
   if (WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), path.c_str())) return noteChange(0);
   return noteChange(lastErrorOr(0));

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <iterator>
+
 #include "platform/changes.h"
 #include "platform/fault.h"
 
@@ -34,6 +36,18 @@ REGSAM accessMask(KeyAccess access) {
          (has(access, KeyAccess::Enumerate) ? KEY_ENUMERATE_SUB_KEYS : 0);
 }
 
+// A key's name for a what-if run's descriptions: a root's own name, or the
+// name a key the program opened was remembered by.
+std::wstring keyName(KeyParent parent) {
+  static constexpr const wchar_t* kRoots[] = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_USER", L"HKEY_LOCAL_MACHINE",
+                                               L"HKEY_USERS", L"HKEY_CURRENT_CONFIG"};
+  for (size_t i = 0; i < std::size(kRoots); ++i)
+    if (parent.handle() == rootKeyValue(static_cast<RootKey>(i))) return kRoots[i];
+  return handleName(parent.handle());
+}
+
+std::wstring below(KeyParent parent, const std::wstring& path) { return keyName(parent) + L"\\" + path; }
+
 }  // namespace
 
 uint32_t openKey(KeyParent parent, const std::wstring& path, KeyAccess access, UniqueKey& key) {
@@ -44,11 +58,17 @@ uint32_t openKey(KeyParent parent, const std::wstring& path, KeyAccess access, U
   HKEY opened = nullptr;
   const LSTATUS status = RegOpenKeyExW(hkey(parent), path.c_str(), 0, accessMask(access), &opened);
   key.reset(opened);
+  nameHandle(opened, below(parent, path));
   return static_cast<uint32_t>(status);
 }
 
 uint32_t createKey(KeyParent parent, const std::wstring& path, bool isVolatile) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
+  if (whatIf()) {
+    UniqueKey existing;
+    if (openKey(parent, path, KeyAccess::Read, existing) == 0) return 0;  // there already: no change
+    return wouldChange(Call::RegistryKey, L"create key " + below(parent, path));
+  }
   HKEY created = nullptr;
   const DWORD options = isVolatile ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
   DWORD disposition = 0;
@@ -61,6 +81,7 @@ uint32_t createKey(KeyParent parent, const std::wstring& path, bool isVolatile) 
 
 uint32_t deleteKey(KeyParent parent, const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
+  if (whatIf()) return wouldChange(Call::RegistryKey, L"delete key " + below(parent, path));
   return noteChange(static_cast<uint32_t>(RegDeleteKeyW(hkey(parent), path.c_str())));
 }
 
@@ -82,12 +103,17 @@ uint32_t queryValue(const UniqueKey& opened, const std::wstring& name, RegistryD
 
 uint32_t setValue(const UniqueKey& key, const std::wstring& name, ValueType type, const std::vector<uint8_t>& bytes) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
+  if (whatIf())
+    return wouldChange(Call::RegistryWrite, L"set value " + below(key, name) + L" (type " +
+                                                std::to_wstring(static_cast<uint32_t>(type)) + L", " +
+                                                std::to_wstring(bytes.size()) + L" bytes)");
   return noteChange(static_cast<uint32_t>(RegSetValueExW(hkey(key), name.c_str(), 0, static_cast<DWORD>(type),
                                                          bytes.data(), static_cast<DWORD>(bytes.size()))));
 }
 
 uint32_t deleteValue(const UniqueKey& key, const std::wstring& name) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
+  if (whatIf()) return wouldChange(Call::RegistryWrite, L"delete value " + below(key, name));
   return noteChange(static_cast<uint32_t>(RegDeleteValueW(hkey(key), name.c_str())));
 }
 

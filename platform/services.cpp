@@ -42,6 +42,7 @@ uint32_t openService(const UniqueServiceHandle& manager, const std::wstring& nam
   service.reset();
   if (const uint32_t error = injectedFault(Call::ServiceOpen)) return error;
   *service.put() = OpenServiceW(handleOf(manager), name.c_str(), accessMask(access));
+  nameHandle(service.get(), name);
   return outcome(service.valid());
 }
 
@@ -55,22 +56,30 @@ uint32_t queryServiceState(const UniqueServiceHandle& service, ServiceState& sta
 
 uint32_t startService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceStart)) return error;
+  if (whatIf()) return wouldChange(Call::ServiceStart, L"start service " + handleName(service.get()));
   return noteChange(outcome(StartServiceW(handleOf(service), 0, nullptr)));
 }
 
 uint32_t stopService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceControl)) return error;
+  if (whatIf()) return wouldChange(Call::ServiceControl, L"stop service " + handleName(service.get()));
   SERVICE_STATUS status = {};
   return noteChange(outcome(ControlService(handleOf(service), SERVICE_CONTROL_STOP, &status)));
 }
 
 uint32_t deleteService(const UniqueServiceHandle& service) {
   if (const uint32_t error = injectedFault(Call::ServiceDelete)) return error;
+  if (whatIf()) return wouldChange(Call::ServiceDelete, L"delete service " + handleName(service.get()));
   return noteChange(outcome(DeleteService(handleOf(service))));
 }
 
 uint32_t createService(const UniqueServiceHandle& manager, const NewService& s) {
   if (const uint32_t error = injectedFault(Call::ServiceCreate)) return error;
+  if (whatIf()) {
+    const UniqueServiceHandle existing(OpenServiceW(handleOf(manager), s.name.c_str(), SERVICE_QUERY_STATUS));
+    if (existing) return ERROR_SERVICE_EXISTS;
+    return wouldChange(Call::ServiceCreate, L"create service " + s.name + L" running " + s.path);
+  }
   UniqueServiceHandle created(CreateServiceW(handleOf(manager), s.name.c_str(), nullWhenEmpty(s.displayName), 0, s.type,
                                              s.startType, s.errorControl, nullWhenEmpty(s.path), nullWhenEmpty(s.group),
                                              nullptr, nullWhenEmpty(s.dependencies), nullptr, nullptr));

@@ -2,6 +2,7 @@
 
 #include "engine/log.h"
 #include "functions/services/functions.h"
+#include "platform/changes.h"
 #include "platform/clock.h"
 #include "platform/errors.h"
 #include "platform/services.h"
@@ -37,7 +38,8 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
     return 0;
   }
   if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);
-  if (waitTime_ == 0) return 0;
+  // A what-if run sent nothing, so there is no change to wait for.
+  if (waitTime_ == 0 || platform::whatIf()) return 0;
   engine::flushLogBeforeWait();
   // The state known before the request is not the awaited one, so at least
   // one round is made; the wait ends at `waittime` rounded up to 100 ms.

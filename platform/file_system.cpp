@@ -51,6 +51,14 @@ bool isDirectory(const std::wstring& path) {
   return PathIsDirectoryW(path.c_str());
 }
 
+uint32_t checkDirectory(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return GetLastError();
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES) return attributes & FILE_ATTRIBUTE_DIRECTORY ? 0 : ERROR_PATH_NOT_FOUND;
+  const DWORD error = GetLastError();
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error;
+}
+
 bool sameRoot(const std::wstring& a, const std::wstring& b) { return PathIsSameRootW(a.c_str(), b.c_str()); }
 
 void clearReadOnly(const std::wstring& path) {

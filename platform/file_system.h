@@ -20,6 +20,9 @@ std::wstring extendedPath(const std::wstring& path);
 // Whether two paths name the same place: their absolute forms, compared without regard to case.
 bool samePath(const std::wstring& a, const std::wstring& b);
 bool isDirectory(const std::wstring& path);
+// 0 when `path` is a directory; 3 when it is missing or no directory; else the
+// error that kept its attributes from being read.
+uint32_t checkDirectory(const std::wstring& path);
 // Whether both paths are on the same root (drive or share).
 bool sameRoot(const std::wstring& a, const std::wstring& b);
 

@@ -63,6 +63,7 @@ const Row kRows[] = {
     // file_system.h
     {"pathExists", Call::Attributes, 1, [] { return lastErrorIf(!platform::pathExists(kFile)); }},
     {"isDirectory", Call::Attributes, 1, [] { return lastErrorIf(!platform::isDirectory(kDir)); }},
+    {"checkDirectory", Call::Attributes, 1, [] { return platform::checkDirectory(kDir); }},
     {"clearReadOnly(path)", Call::Attributes, 1,
      [] {
        platform::clearReadOnly(kReadOnly);

@@ -27,7 +27,7 @@ bool prepareOverwrite(const std::wstring& source, uint64_t sourceTime, const std
 // source: the copy is then one copy of the source as it was.
 uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const CopyOptions& options,
                   const std::wstring& outside) {
-  if (!platform::isDirectory(source)) return platform::kErrorPathNotFound;
+  if (const uint32_t error = platform::checkDirectory(source)) return error;
   bool destReady = false;  // created once, when its first file is copied
   platform::DirectoryListing list(platform::joinPath(source, L"*"));
   return forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {

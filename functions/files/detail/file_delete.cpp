@@ -51,7 +51,9 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteO
 uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options) {
   // In its extended form, the tree's every name is reached: `keep.` too.
   const std::wstring directory = platform::extendedPath(path);
-  if (!platform::isDirectory(directory)) return 0;
+  // Nothing there is nothing to delete; a directory whose attributes cannot be read is a failure.
+  if (const uint32_t error = platform::checkDirectory(directory))
+    return error == platform::kErrorPathNotFound ? 0 : error;
   platform::DirectoryListing list(platform::joinPath(directory, L"*"));
   const uint32_t firstError =
       forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {

@@ -15,16 +15,16 @@ namespace {
 // 0 after a call that succeeded, else the injected or the call's own error.
 uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
 
-// The copy made beside `to` and moved over it in one step, so that a run
-// ended half-way leaves `to` as it was: 0, or an injected error. Nothing when
-// the system refused a step (no source, no directory, a destination in use or
-// already there): the direct copy then meets the refusal and gives its code.
-std::optional<uint32_t> copyBeside(const std::wstring& from, const std::wstring& to, bool failIfExists) {
-  if (failIfExists && GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES) return std::nullopt;
-  if (samePath(from, to)) return std::nullopt;
+// A copy over an existing file, made beside it and moved over it in one step,
+// so that a run ended half-way leaves `to` as it was: 0, or an injected error.
+// Nothing when there is no old file to keep (a new file is copied directly,
+// as fast as before) or the system refused a step (no source, a destination
+// in use): the direct copy then meets the refusal and gives its code.
+std::optional<uint32_t> copyBeside(const std::wstring& from, const std::wstring& to) {
+  if (GetFileAttributesW(to.c_str()) == INVALID_FILE_ATTRIBUTES || samePath(from, to)) return std::nullopt;
   for (unsigned attempt = 1; attempt <= 100; ++attempt) {
     const std::wstring temporary = siblingName(to, attempt);
-    if (CopyFileW(from.c_str(), temporary.c_str(), TRUE)) return moveOver(temporary, to, !failIfExists);
+    if (CopyFileW(from.c_str(), temporary.c_str(), TRUE)) return moveOver(temporary, to, true);
     if (GetLastError() != ERROR_FILE_EXISTS) return std::nullopt;
   }
   return std::nullopt;
@@ -72,7 +72,8 @@ void clearReadOnly(const std::wstring& path, uint32_t attributes) {
 
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists) {
   if (const uint32_t error = injectedFault(Call::Copy)) return error;
-  if (const std::optional<uint32_t> copied = copyBeside(from, to, failIfExists)) return noteChange(*copied);
+  if (!failIfExists)
+    if (const std::optional<uint32_t> copied = copyBeside(from, to)) return noteChange(*copied);
   return noteChange(outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists)));
 }
 

@@ -27,10 +27,11 @@ bool sameRoot(const std::wstring& a, const std::wstring& b);
 void clearReadOnly(const std::wstring& path);
 void clearReadOnly(const std::wstring& path, uint32_t attributes);
 
-// Copies into a new file beside `to` and moves it over `to` in one step, so a
-// run ended half-way never leaves `to` partly written; where the system
-// refuses that (a destination in use, say) it copies directly, and a failure
-// gives the direct copy's code.
+// Over an existing file (failIfExists false), copies into a new file beside
+// `to` and moves it over `to` in one step, so a run ended half-way never
+// leaves the old file partly overwritten; a new file, or a destination the
+// system will not replace that way (one in use, say), is copied directly, and
+// a failure gives the direct copy's code.
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists);
 // MoveFileExW with its MOVEFILE_* flags.
 uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags);

@@ -5,7 +5,9 @@
 
 #include "platform/directory_listing.h"
 #include "platform/changes.h"
+#include "platform/fault.h"
 #include "platform/injected_error.h"
+#include "platform/output_file.h"
 #include "platform/path.h"
 
 namespace platform {
@@ -13,6 +15,21 @@ namespace {
 
 // 0 after a call that succeeded, else the injected or the call's own error.
 uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
+
+// A copy over an existing file, made beside it and moved over it in one step,
+// so that a run ended half-way leaves `to` as it was: 0, or an injected error.
+// Nothing when there is no old file to keep (a new file is copied directly,
+// as fast as before) or the system refused a step (no source, a destination
+// in use): the direct copy then meets the refusal and gives its code.
+std::optional<uint32_t> copyBeside(const std::wstring& from, const std::wstring& to) {
+  if (GetFileAttributesW(to.c_str()) == INVALID_FILE_ATTRIBUTES || samePath(from, to)) return std::nullopt;
+  for (unsigned attempt = 1; attempt <= 100; ++attempt) {
+    const std::wstring temporary = siblingName(to, attempt);
+    if (CopyFileW(from.c_str(), temporary.c_str(), TRUE)) return moveOver(temporary, to, true);
+    if (GetLastError() != ERROR_FILE_EXISTS) return std::nullopt;
+  }
+  return std::nullopt;
+}
 
 }  // namespace
 
@@ -79,6 +96,8 @@ uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfE
     if (failIfExists && pathExists(to)) return ERROR_FILE_EXISTS;
     return wouldChange(Call::Copy, L"copy " + from + L" to " + to + (failIfExists ? L"" : L" (replace)"));
   }
+  if (!failIfExists)
+    if (const std::optional<uint32_t> copied = copyBeside(from, to)) return noteChange(*copied);
   return noteChange(outcome(CopyFileW(from.c_str(), to.c_str(), failIfExists)));
 }
 

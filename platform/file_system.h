@@ -32,6 +32,11 @@ bool sameRoot(const std::wstring& a, const std::wstring& b);
 void clearReadOnly(const std::wstring& path);
 void clearReadOnly(const std::wstring& path, uint32_t attributes);
 
+// Over an existing file (failIfExists false), copies into a new file beside
+// `to` and moves it over `to` in one step, so a run ended half-way never
+// leaves the old file partly overwritten; a new file, or a destination the
+// system will not replace that way (one in use, say), is copied directly, and
+// a failure gives the direct copy's code.
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists);
 // What a move may do besides renaming in place. Without AtRestart the move
 // is written through to the disk before it returns.

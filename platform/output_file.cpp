@@ -22,12 +22,6 @@ LARGE_INTEGER at(int64_t offset) {
   return position;
 }
 
-// The name of the new file that will replace `path`: beside it, so the final
-// move stays on one volume.
-std::wstring siblingName(const std::wstring& path, unsigned attempt) {
-  return path + L".upkeep-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(attempt) + L".tmp";
-}
-
 // Opening the target for writing, without changing it, gives the error a
 // direct overwrite would have met (5 for a directory or a read-only file, 32
 // for a file in use); a missing file is fine.
@@ -47,6 +41,26 @@ uint32_t writeTemporary(OutputFile& file, std::string_view bytes) {
 }
 
 }  // namespace
+
+std::wstring siblingName(const std::wstring& path, unsigned attempt) {
+  static const uint64_t started = GetTickCount64();
+  return path + L".upkeep-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(started) + L"-" +
+         std::to_wstring(attempt) + L".tmp";
+}
+
+std::optional<uint32_t> moveOver(const std::wstring& temporary, const std::wstring& target, bool replaceExisting) {
+  const uint32_t error = injectedFault(Call::Replace);
+  const DWORD flags = (replaceExisting ? MOVEFILE_REPLACE_EXISTING : 0) | MOVEFILE_WRITE_THROUGH;
+  if (error == 0 && MoveFileExW(temporary.c_str(), target.c_str(), flags)) return 0;
+  removeTemporary(temporary);
+  if (error) return error;
+  return std::nullopt;
+}
+
+void removeTemporary(const std::wstring& temporary) {
+  SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_NORMAL);  // a copy of a read-only file is read-only too
+  DeleteFileW(temporary.c_str());
+}
 
 uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
   if (const uint32_t error = injectedFault(Call::Create)) return error;

@@ -2,6 +2,7 @@
 // Files written through the seam: every write, the flush and the close are
 // checked, and a file that replaces another reaches its place only whole.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -58,6 +59,20 @@ class Replacement {
   OutputFile file_;
   std::wstring target_, name_;
 };
+
+// The name of a new file that is to replace `path`: beside it, so the final
+// move stays on one volume, and unique to this run (process id and start
+// time), so a file left by a run that was killed never stands in its way.
+std::wstring siblingName(const std::wstring& path, unsigned attempt);
+
+// Moves `temporary`, a finished file beside `target`, over it in one step
+// (with `replaceExisting` false an existing target refuses it): 0, or an
+// injected error. Nothing when the system refused the move; the temporary
+// file is removed unless it took its place.
+std::optional<uint32_t> moveOver(const std::wstring& temporary, const std::wstring& target, bool replaceExisting);
+
+// Removes a temporary file, read-only or not.
+void removeTemporary(const std::wstring& temporary);
 
 // Writes `bytes` to a new file beside `path`, flushes and closes it, and only
 // then moves it over `path` in one step. On any failure the new file is

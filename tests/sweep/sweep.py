@@ -42,6 +42,8 @@ SCRIPT_EXITS = {0, 1}
 LOAD_EXITS = {253, 252}  # -3, -4: the script itself could not be read or prepared
 # Kinds whose failure keeps the script's roll-back from removing its service.
 SERVICE_KEEPERS = {"scm", "svcopen", "svccontrol", "svcdelete"}
+# Kinds whose failure keeps the script from finding or ending the child it started.
+CHILD_KEEPERS = {"snapshot", "terminate"}
 # An expansion that cannot reach the environment leaves the name as written,
 # as for an unknown name: what fails then is the function that used the text.
 UNNAMED = {"environment"}
@@ -83,9 +85,10 @@ TARGETS = [
            # A failed listing or attribute read can end a function with the code of what
            # it then could not find (1168, 3) instead of the read's own.
            known={"list": "no line names", "attributes": "no line names"}),
-    # One run at a time: processKill ends every child.exe, whichever run started it.
-    Target("processes", {"child.exe": "child.exe", "entry_points.dll": "entry_points.dll"},
-           ignore=r"child\.\d+\.(start|end)$", serial=True),
+    # One run at a time: processKill ends every program of its name, whichever run started
+    # it; the name is the sweep's own, so other tests' children are left alone.
+    Target("processes", {"sweepchild.exe": "child.exe", "entry_points.dll": "entry_points.dll"},
+           ignore=r"sweepchild\.\d+\.(start|end)$", serial=True),
     Target("service", {"test_service.exe": "test_service.exe"}, service=True, ignore=r"marker\.txt$"),
     Target("download", {"payload.bin": bytes(range(256)) * 400, "setup.exe": b"the old program",
                         "signed.exe": "signed.exe"}),
@@ -171,9 +174,12 @@ class Sweep:
             self.wine("sc", ["stop", name], rundir)
             self.wine("sc", ["delete", name], rundir)
 
-    def children_running(self):
-        found = subprocess.run(["pgrep", "-f", r"child\.exe"], capture_output=True, text=True).stdout.split()
-        return [pid for pid in found if pid != str(os.getpid())]
+    def children_running(self, rundir):
+        """Ends the run's own children that are still running; True when there were any."""
+        pattern = re.escape(os.path.basename(rundir)) + r"\\sweepchild\.exe"
+        found = subprocess.run(["pgrep", "-f", pattern], capture_output=True, text=True).stdout.split()
+        subprocess.run(["pkill", "-f", pattern])
+        return bool(found)
 
     def run(self, target, rundir, extra):
         """(exit code or a problem text, output lines, state)."""
@@ -206,7 +212,7 @@ class Sweep:
                 counts[match.group(1)] = int(match.group(2))
         return counts, before, after
 
-    def check(self, target, kind, nth, error, clean_before, clean_after, outcome):
+    def check(self, target, kind, nth, error, clean_before, clean_after, outcome, rundir):
         code, output, before, state = outcome
         if isinstance(code, str):
             return [code]
@@ -227,9 +233,8 @@ class Sweep:
                     problems.append("%s %s is neither as before nor as after" % (what[:-1] if what == "files" else "value", item))
         if state.get("service") and kind not in SERVICE_KEEPERS:
             problems.append("the service is still there")
-        if target.name == "processes" and self.children_running():
+        if target.name == "processes" and self.children_running(rundir) and kind not in CHILD_KEEPERS:
             problems.append("a child program is still running")
-            subprocess.run(["pkill", "-f", r"child\.exe"])
         return problems
 
 
@@ -300,7 +305,7 @@ def main():
             for future in concurrent.futures.as_completed(jobs):
                 kind, nth, error, rundir = jobs[future]
                 runs += 1
-                problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result())
+                problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result(), rundir)
                 if problems and all(p.startswith(target.known.get(kind, "\0")) for p in problems):
                     print("KNOWN %s %s:%d:%d: %s" % (target.name, kind, nth, error, "; ".join(problems)), flush=True)
                 elif problems:

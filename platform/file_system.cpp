@@ -63,10 +63,7 @@ bool samePath(const std::wstring& a, const std::wstring& b) {
   return CompareStringOrdinal(first.c_str(), -1, second.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-bool isDirectory(const std::wstring& path) {
-  if (failedOnPurpose(Call::Attributes)) return false;
-  return PathIsDirectoryW(path.c_str());
-}
+bool isDirectory(const std::wstring& path) { return checkDirectory(path) == 0; }
 
 uint32_t checkDirectory(const std::wstring& path) {
   if (failedOnPurpose(Call::Attributes)) return GetLastError();

@@ -19,6 +19,7 @@
 #include "functions/families.h"
 #include "platform/error_text.h"
 #include "platform/read_file.h"
+#include "platform/system_library.h"
 #include "platform/text.h"
 
 namespace {
@@ -35,17 +36,23 @@ void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 void printLine(const std::wstring& line) { print(platform::toUtf8(line) + "\n"); }
 
-int usage() {
+void printUsage() {
   print(
       "Usage: upkeep-check.exe <xmlpath> [/encfile] [/var key value]*\n"
       "       upkeep-check.exe [/file | /encfile] <xmlpath> [/var key value]*\n"
       "       upkeep-check.exe /schema | /reference\n"
       "Checks a script without running it and prints each problem as file:line:column: error|warning: text.\n"
       "Exit code 0: no problems; 1: warnings only; 2: errors.\n");
-  return kErrors;
 }
 
-// Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug.
+bool asksForHelp(const wchar_t* arg) {
+  for (const wchar_t* key : {L"/?", L"-?", L"/h", L"-h", L"--help", L"/help"})
+    if (engine::equalsIgnoreAsciiCase(arg, key)) return true;
+  return false;
+}
+
+// Takes the interpreter's command line too: /file PATH, /encfile PATH, /debug,
+// /whatif, /jsonlog PATH.
 bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
   const auto isKey = [](const wchar_t* arg, const wchar_t* key) {
     return (*arg == L'/' || *arg == L'-') && engine::equalsIgnoreAsciiCase(arg + 1, key);
@@ -60,8 +67,10 @@ bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
       if (i + 1 >= argc) return false;
       out.presets[argv[i + 1]] = i + 2 < argc ? argv[i + 2] : L"";
       i += 2;
-    } else if (isKey(arg, L"debug")) {
+    } else if (isKey(arg, L"debug") || isKey(arg, L"whatif")) {
       continue;
+    } else if (isKey(arg, L"jsonlog")) {
+      if (++i >= argc) return false;
     } else if (out.script.empty()) {
       // Anything but a known switch is the script, so a path may start with '/'.
       out.script = arg;
@@ -123,6 +132,7 @@ int check(const Arguments& args) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+  platform::restrictLibrarySearch();
   if (argc == 2 && (engine::equalsIgnoreAsciiCase(argv[1], L"/schema") ||
                     engine::equalsIgnoreAsciiCase(argv[1], L"/reference"))) {
     // Generated files keep LF line ends wherever they are made.
@@ -132,8 +142,15 @@ int wmain(int argc, wchar_t** argv) {
                                                              : engine::referenceText(registry));
     return kClean;
   }
+  if (argc == 2 && asksForHelp(argv[1])) {
+    printUsage();
+    return kClean;
+  }
   Arguments args;
-  if (!parseArguments(argc, argv, args)) return usage();
+  if (!parseArguments(argc, argv, args)) {
+    printUsage();
+    return kErrors;
+  }
   const int result = check(args);
   std::fflush(stdout);
   return result;

@@ -4,9 +4,11 @@
 #include <string>
 
 #include "engine/cipher_text.h"
+#include "platform/system_library.h"
 #include "platform/text.h"
 
 int wmain(int argc, wchar_t** argv) {
+  platform::restrictLibrarySearch();
   if (argc != 2) {
     std::fputs(
         "Usage: upkeep-password.exe <password>\n"

@@ -1,6 +1,7 @@
 # upkeep_windows_program(<target> "<description>"): gives a program a version
 # resource (file and product version from project(), so the version is written
-# nowhere else) and the application manifest in windows/upkeep.manifest.
+# nowhere else), the application manifest in windows/upkeep.manifest, and the
+# hardening and reproducibility link options.
 # Only the MinGW build compiles resources; elsewhere this does nothing.
 if(MINGW)
   enable_language(RC)
@@ -30,6 +31,11 @@ function(upkeep_windows_program target description)
   endif()
   set(UPKEEP_FILE_NAME ${output_name}${CMAKE_EXECUTABLE_SUFFIX})
   set(UPKEEP_MANIFEST ${UPKEEP_WINDOWS_DIR}/upkeep.manifest)
+
+  # ASLR with high entropy and DEP, stated rather than left to the linker's
+  # defaults; no link time in the header, so two builds give the same bytes.
+  target_link_options(${target} PRIVATE
+    -Wl,--dynamicbase,--high-entropy-va,--nxcompat -Wl,--no-insert-timestamp)
 
   set(rc ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
   configure_file(${UPKEEP_WINDOWS_DIR}/program.rc.in ${rc} @ONLY)

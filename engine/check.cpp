@@ -9,8 +9,11 @@
 #include <tinyxml.h>
 
 #include "engine/ascii.h"
+#include "engine/check_risks.h"
 #include "engine/expansion.h"
 #include "engine/loops.h"
+#include "engine/nearest_name.h"
+#include "engine/script_file.h"
 #include "platform/environment.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -18,7 +21,7 @@
 namespace engine {
 namespace {
 
-std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
+std::wstring wide(const char* utf8) { return scriptString(utf8); }
 
 // Collects what preparation reports, with its place, and lets it go on.
 class Collector final : public Diagnostics {
@@ -53,6 +56,7 @@ class ReferenceRecorder final : public ExpansionSource {
   }
   bool hasCollection(std::wstring_view) override { return true; }
   std::optional<std::wstring_view> element(std::wstring_view, const std::wstring&) override { return std::nullopt; }
+  bool hasIndexStartingWith(std::wstring_view, const std::wstring&) override { return false; }
   std::wstring random() override { return L"0"; }
   std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
 };
@@ -61,6 +65,12 @@ const Parameter* findParameter(const Tag& tag, const std::wstring& name) {
   for (const Parameter& p : tag.parameters())
     if (name == p.name) return &p;
   return nullptr;
+}
+
+std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
+  std::vector<std::wstring_view> names = {L"id"};
+  for (const Parameter& p : tag.parameters()) names.push_back(p.name);
+  return didYouMean(name, names);
 }
 
 std::wstring handlerList(FunctionKind kind) {
@@ -117,7 +127,12 @@ class Walker {
       return;
     }
     // An unknown tag is preparation's to report.
-    if (const Tag* tag = registry_.lookup(wide(element.Value()))) visitFunction(*tag, element, pending);
+    const Tag* tag = registry_.lookup(wide(element.Value()));
+    if (!tag) return;
+    std::vector<Risk> risks;
+    risks_.visit(element, risks);
+    for (Risk& risk : risks) out_.add(Severity::Warning, risk.where, std::move(risk.text));
+    visitFunction(*tag, element, pending);
   }
 
   void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
@@ -127,8 +142,9 @@ class Walker {
       if (p) {
         noteAttribute(*p, element, a->Value());
       } else if (name != L"id" && name.rfind(L"xmlns", 0) != 0 && name.rfind(L"xsi:", 0) != 0) {
-        out_.add(Severity::Warning, &element,
-                 platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str()));
+        std::wstring text = platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str());
+        if (const std::wstring hint = suggestedAttribute(tag, name); !hint.empty()) text += L": " + hint;
+        out_.add(Severity::Warning, &element, std::move(text));
       }
     }
     const auto handlers = handlerNames(tag.kind);
@@ -169,6 +185,7 @@ class Walker {
 
   const FunctionRegistry& registry_;
   Collector& out_;
+  RiskChecks risks_;
   std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
   std::set<std::wstring> assigned_, opened_;
 };

@@ -39,12 +39,15 @@ class Engine {
   VariableStore& variables() { return runtime_.variables; }
 
  private:
+  // Runs `function` and picks what runs next.
+  FunctionBase* next(FunctionBase* function);
   bool buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_ptr<FunctionBase>& head);
   std::unique_ptr<FunctionBase> buildFunction(FunctionBase* owner, TiXmlElement& element);
   bool buildHandlers(FunctionBase& function, TiXmlElement& element);
   bool buildHandler(FunctionBase& function, TiXmlElement* handler, std::unique_ptr<FunctionBase>& head);
   bool addLabel(const std::wstring& label, FunctionBase* function, const TiXmlElement& element);
   FunctionBase* label(const std::wstring& name) const;
+  std::wstring suggestedTag(const std::wstring& tag) const;
   // Reports an error; false when preparation must stop.
   bool problem(const TiXmlBase* where, const std::wstring& message, const std::wstring& detail = {});
 
@@ -58,6 +61,7 @@ class Engine {
   Diagnostics& diagnostics_;
   bool failed_ = false;
   bool stopped_ = false;
+  int loopLine_ = 0;  // the line of the loop whose elements are being built
   Runtime runtime_;
   std::unique_ptr<FunctionBase> head_;
   std::map<std::wstring, Label> labels_;

@@ -2,6 +2,9 @@
 
 #include "engine/log.h"
 #include "engine/log_lines.h"
+#include "engine/run_record.h"
+#include "platform/changes.h"
+#include "platform/clock.h"
 
 namespace engine {
 namespace {
@@ -26,6 +29,20 @@ void Engine::run() {
 }
 
 FunctionBase* Engine::step(FunctionBase* f) {
+  if (!recordingRun()) return next(f);
+  runtime_.expansions.clear();
+  runtime_.recording = true;
+  runtime_.foundNothingToChange = false;
+  const uint64_t changesBefore = platform::changesMade();
+  const uint32_t started = platform::tickCount();
+  FunctionBase* following = next(f);
+  const bool changed = platform::changesMade() != changesBefore && !runtime_.foundNothingToChange;
+  recordFunctionEnd(*f, started, changed);
+  runtime_.recording = false;
+  return following;
+}
+
+FunctionBase* Engine::next(FunctionBase* f) {
   if (const std::wstring* target = f->jumpTarget()) {
     log(kGoTo, target->c_str());
     return label(*target);

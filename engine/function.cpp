@@ -4,6 +4,7 @@
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "platform/error_text.h"
+#include "platform/errors.h"
 #include "platform/format.h"
 
 namespace engine {
@@ -17,6 +18,18 @@ FunctionBase::~FunctionBase() {
 const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
   auto it = attributes_.find(name);
   return it == attributes_.end() ? nullptr : &it->second;
+}
+
+std::wstring FunctionBase::expand(const std::wstring& text) const {
+  std::wstring expanded = runtime_->variables.expand(text);
+  if (runtime_->recording) runtime_->expansions.emplace_back(text, expanded);
+  return expanded;
+}
+
+const std::wstring& FunctionBase::expandedAs(const std::wstring& written) const {
+  for (const auto& [text, expanded] : runtime_->expansions)
+    if (text == written) return expanded;
+  return written;
 }
 
 bool FunctionBase::refuse(std::wstring why) const {
@@ -61,8 +74,7 @@ void FunctionRetError::logEnd(const wchar_t* tag) const {
 }
 
 void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
-  constexpr uint32_t kWaitTimeout = 258;  // WAIT_TIMEOUT
-  if (code == kWaitTimeout) {
+  if (code == platform::kErrorWaitTimeout) {
     fail(L"timeout");
   } else if (code != 0) {
     fail(code);

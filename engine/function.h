@@ -39,6 +39,14 @@ class FunctionBase {
   const std::wstring& name() const { return name_; }
   FunctionKind kind() const { return kind_; }
   Attributes& attributes() { return attributes_; }
+  const Attributes& attributes() const { return attributes_; }
+  const std::wstring* attribute(const wchar_t* name) const;
+  // The element's line in the script (0 when not known).
+  int line() const { return line_; }
+  void setLine(int line) { line_ = line; }
+  // What this run of the function expanded `written` to, while the run is
+  // recorded; `written` itself when it expanded no such text.
+  const std::wstring& expandedAs(const std::wstring& written) const;
 
   std::unique_ptr<FunctionBase> next;
   FunctionBase* parent = nullptr;
@@ -47,11 +55,14 @@ class FunctionBase {
   // Stores every described attribute; false when one is missing, empty where
   // it must not be, or refused by its form.
   bool readParameters();
-  const std::wstring* attribute(const wchar_t* name) const;
   // Refuses the element at preparation and says why; returns false.
   bool refuse(std::wstring why) const;
 
-  std::wstring expand(const std::wstring& text) const { return runtime_->variables.expand(text); }
+  std::wstring expand(const std::wstring& text) const;
+  // Whether the run is recorded, so a function that may find nothing to do
+  // (a value already there) should find out and say so with nothingChanged().
+  bool recording() const { return runtime_->recording; }
+  void nothingChanged() const { runtime_->foundNothingToChange = true; }
   VariableStore& variables() const { return runtime_->variables; }
   HandleTable& handles() const { return runtime_->handles; }
   Runtime& runtime() const { return *runtime_; }
@@ -62,6 +73,7 @@ class FunctionBase {
   FunctionKind kind_ = FunctionKind::Plain;
   const Parameters* parameters_ = nullptr;
   Attributes attributes_;
+  int line_ = 0;
 };
 
 // Success or error with an error text; drives onsuccess/onerror/onerrorspec.

@@ -2,6 +2,8 @@
 
 #include <cstdarg>
 
+#include "engine/log_lines.h"
+#include "engine/run_record.h"
 #include "platform/format.h"
 #include "platform/output.h"
 #include "platform/text.h"
@@ -13,6 +15,7 @@ namespace {
 struct LogState {
   bool debug = false;
   platform::TraceFile trace;
+  std::wstring tracePath;
   // Reused across calls: the log sits on every function's hot path.
   std::wstring text;
   std::string utf8;
@@ -39,8 +42,14 @@ void logFormatted(const wchar_t* format, ...) {
 
   if (s.debug) platform::debugOutput(s.text);
 
-  // A line the trace file cannot take is lost there only: the run goes on.
-  if (s.trace.isOpen()) s.trace.writeLine(s.text);
+  // A trace file that cannot take a line is closed, and standard output says
+  // once that it ends there: the run goes on.
+  if (!s.trace.isOpen()) return;
+  if (const uint32_t error = s.trace.writeLine(s.text)) {
+    s.trace.close();
+    log(kTraceIncomplete, s.tracePath.c_str(), static_cast<int>(error));
+    recordTraceIncomplete(s.tracePath, error);
+  }
 }
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }
@@ -50,6 +59,7 @@ void flushLogBeforeWait() { platform::flushOutput(); }
 uint32_t setTraceFile(const std::wstring& path) {
   LogState& s = state();
   s.trace.close();
+  s.tracePath = path;
   if (path.empty()) return 0;
   return s.trace.open(path);
 }

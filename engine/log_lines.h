@@ -31,11 +31,19 @@ inline constexpr LogLine kStartExecuting{L"Start executing"};
 inline constexpr LogLine kStopExecuting{L"Stop executing"};
 inline constexpr LogLine kEnd{L"End"};
 inline constexpr LogLine kFreeingLeak{L"Freeing leak: %p of type %d"};
+inline constexpr LogLine kTraceIncomplete{
+    L"Cannot write the trace file '%s'. Error:%d. It is incomplete from this line on"};
+inline constexpr LogLine kCannotOpenJsonLog{L"Cannot open the JSON log '%s': %d"};
+
+// Under /whatif: each change a call would make, then the total and the count by kind.
+inline constexpr LogLine kWhatIf{L"What if: %s"};
+inline constexpr LogLine kWhatIfTotal{L"What if: %u %s"};
+inline constexpr LogLine kWhatIfKind{L"What if: %s %u"};
 
 // The lines a run logs around and between its functions' own lines.
 inline constexpr LogLine kFramingLines[] = {
     kGoTo,    kEnterOnErrorGoTo,  kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
     kStarted, kCommandLineParsed, kLoadingXml,   kPrepare,     kExecute,        kStartExecuting,   kStopExecuting,
-    kEnd,     kFreeingLeak};
+    kEnd,     kFreeingLeak,       kTraceIncomplete, kCannotOpenJsonLog, kWhatIf, kWhatIfTotal, kWhatIfKind};
 
 }  // namespace engine

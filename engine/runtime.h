@@ -2,6 +2,8 @@
 // The state a script's functions share while it runs.
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "engine/handles.h"
 #include "engine/variables.h"
@@ -24,6 +26,11 @@ struct Runtime {
   std::wstring refusal;
   // The impersonation processImpersonateUser began; the engine's reset ends it.
   std::unique_ptr<RunState> impersonation;
+  // While the run is recorded (/jsonlog): each text the running function
+  // expanded and what it became, and whether it found nothing to change.
+  bool recording = false;
+  std::vector<std::pair<std::wstring, std::wstring>> expansions;
+  bool foundNothingToChange = false;
 };
 
 }  // namespace engine

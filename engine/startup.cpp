@@ -12,7 +12,9 @@
 #include "engine/engine.h"
 #include "engine/log.h"
 #include "engine/log_lines.h"
+#include "engine/run_record.h"
 #include "engine/script_file.h"
+#include "engine/what_if.h"
 #include "platform/environment.h"
 #include "platform/output.h"
 #include "platform/output_file.h"
@@ -103,6 +105,11 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
       if (equalsIgnoreAsciiCase(key, L"encrypt")) out.encrypt = true;
     } else if (equalsIgnoreAsciiCase(key, L"debug")) {
       out.debug = true;
+    } else if (equalsIgnoreAsciiCase(key, L"whatif")) {
+      out.whatIf = true;
+    } else if (equalsIgnoreAsciiCase(key, L"jsonlog")) {
+      if (i + 1 >= argc) return missingValue();
+      out.jsonLog = argv[++i];
     } else if (equalsIgnoreAsciiCase(key, L"var")) {
       // `/var name` at the very end is accepted with an empty value.
       if (i + 1 >= argc) return missingValue();
@@ -141,6 +148,16 @@ bool checkScriptPath(const std::wstring& path, const std::wstring& program, std:
 
 namespace {
 
+// A record that cannot be opened is said once; the run goes on without it.
+void startRunRecord(const CommandLine& args) {
+  if (args.jsonLog.empty()) return;
+  if (const uint32_t error = openRunRecord(args.jsonLog)) {
+    log(kCannotOpenJsonLog, args.jsonLog.c_str(), error);
+    return;
+  }
+  recordRunStart(args.scriptPath, args.whatIf);
+}
+
 int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   enablePrivileges();
   log(kStarted);
@@ -161,7 +178,9 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     logUsage(error, argv[0]);
     return -2;
   }
+  if (args.whatIf) beginWhatIf();
   if (args.encrypt) return encryptInPlace(args.scriptPath);
+  startRunRecord(args);
 
   TiXmlDocument document;
   Engine engine(registry);
@@ -173,12 +192,14 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
       log(kStartExecuting);
       engine.run();
       log(kStopExecuting);
+      summarizeWhatIf();
       log(kEnd);
     } else {
       result = -4;
     }
   }
   engine.reset();
+  recordRunEnd(result);
   return result;
 }
 
@@ -191,6 +212,7 @@ int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     // Unwinding has freed what the run held, so the line can still be written.
     log(L"The run ran out of memory");
     platform::flushOutput();
+    recordRunEnd(kOutOfMemoryExitCode);
     return kOutOfMemoryExitCode;
   }
 }

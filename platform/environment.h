@@ -1,6 +1,7 @@
 #pragma once
 // What the process learns about its surroundings: environment variables, long
 // path names, its own path, the current directory, the Windows version.
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -15,6 +16,8 @@ std::optional<std::wstring> longPathName(const std::wstring& path);
 // The full path of the running program (long paths allowed); empty when unknown.
 std::wstring modulePath();
 std::wstring currentDirectory();
+// The running process's id.
+uint32_t processId();
 
 struct OsVersion {
   unsigned major = 0;

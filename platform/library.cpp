@@ -6,7 +6,10 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "platform/changes.h"
+#include "platform/fault.h"
 #include "platform/owned.h"
+#include "platform/path.h"
 
 namespace platform {
 namespace {
@@ -59,6 +62,7 @@ void shareImpersonation(HANDLE worker) {
 // Runs the export to its end, returned or not: 0, or why no thread could run it.
 uint32_t runGuarded(GuardedCall& call) {
   DWORD id = 0;
+  if (const uint32_t error = injectedFault(Call::Library)) return error;
   const UniqueThread worker(
       CreateThread(nullptr, kStackSize, runCall, &call, CREATE_SUSPENDED | STACK_SIZE_PARAM_IS_A_RESERVATION, &id));
   if (!worker) return GetLastError();
@@ -74,15 +78,39 @@ uint32_t runGuarded(GuardedCall& call) {
   return 0;
 }
 
+// The library a script names, with the libraries it needs from its own folder
+// or the system folder. The program searches the system folder only for names
+// (restrictLibrarySearch), so a name that is not a full path is first looked
+// for as Windows looks for files: the program's folder, the current directory,
+// the system folders, PATH.
+HMODULE loadScriptLibrary(const std::wstring& library) {
+  std::wstring path = library;
+  if (!isFullPath(path)) {
+    wchar_t found[MAX_PATH];
+    const DWORD length = SearchPathW(nullptr, library.c_str(), nullptr, MAX_PATH, found, nullptr);
+    if (length == 0 || length >= MAX_PATH) {
+      SetLastError(ERROR_MOD_NOT_FOUND);
+      return nullptr;
+    }
+    path.assign(found, length);
+  }
+  return LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
 }  // namespace
 
 ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
-  const UniqueModule module(LoadLibraryW(library.c_str()));
+  if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
+  // Loading a library runs its own code: a what-if run loads none.
+  if (whatIf()) return {wouldChange(Call::Library, L"call " + std::wstring(name.begin(), name.end()) + L" in " + library), false};
+  const UniqueModule module(loadScriptLibrary(library));
   if (!module) return {GetLastError(), false};
-  const FARPROC address = GetProcAddress(module.get(), name.c_str());
+  if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
+  const FARPROC address = GetProcAddress(static_cast<HMODULE>(module.get()), name.c_str());
   if (!address) return {GetLastError(), false};
   GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
   if (const uint32_t error = runGuarded(call)) return {error, false};
+  noteChange(0);  // whatever the export did, it ran
   return {call.result, !call.returned};
 }
 

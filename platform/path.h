@@ -8,6 +8,13 @@ namespace platform {
 
 inline bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
+// Whether `path` names a file by its full path (C:\dir\file, \\server\share\file),
+// not by a bare name or a path relative to the current directory or drive.
+inline bool isFullPath(std::wstring_view path) {
+  if (path.size() >= 3 && path[1] == L':' && isSeparator(path[2])) return true;
+  return path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+}
+
 // left + "\" + right, without doubling a separator at the seam.
 inline std::wstring joinPath(std::wstring_view left, std::wstring_view right) {
   while (!right.empty() && isSeparator(right.front())) right.remove_prefix(1);

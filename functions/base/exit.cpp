@@ -1,6 +1,9 @@
 #include <cstdlib>
 
 #include "engine/log.h"
+#include "engine/run_record.h"
+#include "engine/what_if.h"
+#include "platform/clock.h"
 #include "functions/base/functions.h"
 
 namespace api::base {
@@ -18,6 +21,9 @@ const Parameters& FunctionExit::parameters() {
 
 void FunctionExit::execute() {
   engine::log(kStart, code_);
+  engine::recordFunctionEnd(*this, platform::tickCount(), false);
+  engine::summarizeWhatIf();
+  engine::recordRunEnd(code_);
   std::exit(code_);  // the runtime flushes and closes open streams, the trace file included
 }
 

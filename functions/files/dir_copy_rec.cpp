@@ -36,7 +36,7 @@ void FunctionDirCopyRecursive::execute() {
 const engine::TagDoc FunctionDirCopyRecursive::doc{
     L"Copies the tree `src` into `dest`, both expanded when it runs; a directory is created when its first file is copied, so one without files is not. `failIfExists` (default `true`) and `diffLWTOnly` work as in `fileCopySingle`, and a read-only file is overwritten too. `include` and `exclude` are ECMAScript expressions (taken as written, compiled when the script is prepared) matched against each entry's whole source path: a directory they reject is not entered, and a match too complex to decide rejects. With `ignoreErrors=\"true\"` the copy goes on after a failure; a `dest` inside `src` is left out.",
     {kStart, kSkippedSameTime, kCopiedWith, engine::kErrorEnd.as(L"dirCopyRec")},
-    L"Error text: the first failure's Windows code, also with `ignoreErrors`: `3` `src` is no directory, `80` a file exists (with `failIfExists`), `5` access denied, `32` a file in use. Files copied before a failure stay.",
+    L"Error text: the first failure's Windows code, also with `ignoreErrors`: `3` `src` is no directory, `80` a file exists (with `failIfExists`), `5` access denied, `32` a file in use; a directory that cannot be created fails each of its files with the creation's own code. Files copied before a failure stay.",
     L"<dirCopyRec src=\"%enginedir%app\" dest=\"C:\\Program Files\\App\" failIfExists=\"false\" diffLWTOnly=\"true\" exclude=\".*\\\\logs(\\\\.*)?\">\n  <onerror><trace value=\"copy failed: %error%\"/></onerror>\n</dirCopyRec>"};
 
 }  // namespace api::files

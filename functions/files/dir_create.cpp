@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 
 namespace api::files {
@@ -24,7 +23,7 @@ void FunctionDirCreate::execute() {
   const std::wstring path = expand(path_);
   engine::log(kStart, path.c_str());
   const uint32_t error = platform::createDirectory(path);
-  if (error != 0 && error != ERROR_ALREADY_EXISTS) fail(error);
+  if (error != 0 && error != platform::kErrorAlreadyExists) fail(error);
   logEnd();
 }
 

@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/files/detail/each_entry.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/path.h"
 
@@ -29,7 +28,7 @@ void FunctionFileCopyPattern::execute() {
   const std::wstring src = expand(src_), dest = expand(dest_);
   engine::log(kStart, src.c_str(), dest.c_str(), failIfExists_, ignoreErrors_);
   if (!platform::pathExists(dest)) {
-    fail(ERROR_PATH_NOT_FOUND);
+    fail(platform::kErrorPathNotFound);
     logEnd();
     return;
   }

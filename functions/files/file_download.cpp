@@ -29,9 +29,9 @@ void FunctionFileDownload::execute() {
 }
 
 const engine::TagDoc FunctionFileDownload::doc{
-    L"Fetches `url` into the file `file`, both expanded when it runs, through Windows' URL download service (which may keep a copy in the Internet cache); an existing file is replaced. Success says only that the service finished: an HTTP error page (404, 500) is saved as the file and is success, so check the file (`fileIsSigned`, `jsonOpen`). It ends with `fileCopySingle`'s end line.",
+    L"Fetches `url` into the file `file`, both expanded when it runs, through Windows' URL download service (which may keep a copy in the Internet cache). The data goes to a new file beside `file`, which replaces `file` in one step only when the service reports success and every byte the server announced arrived; otherwise the new file is removed and `file` stays as it was. Success says only that the service finished: an HTTP error page (404, 500) replaces the file and is success, so check the file (`fileIsSigned`, `jsonOpen`). It ends with `fileCopySingle`'s end line.",
     {kStart, engine::kErrorEnd.as(L"fileCopySingle")},
-    L"Error text: the low 16 bits of the service's result in decimal, e.g. `8` a refused connection, `484` an address it cannot parse or an unknown scheme, a Windows code such as `5` as itself. A failure whose low 16 bits are 0 counts as success.",
+    L"Error text: the low 16 bits of the service's result in decimal, e.g. `8` a refused connection or a body cut short, `20` more than five redirects, `484` an address it cannot parse or an unknown scheme, a Windows code as itself: `3` a missing directory, `5` a `file` that is a directory. A failure whose low 16 bits are 0 counts as success.",
     L"<fileDownload url=\"https://updates.example.com/24.3/setup.exe\" file=\"%TEMP%\\setup.exe\">\n  <onerror><trace value=\"download failed: %error%\"/><exit code=\"1\"/></onerror>\n</fileDownload>"};
 
 }  // namespace api::files

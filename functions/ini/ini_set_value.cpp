@@ -4,8 +4,10 @@
 #include "platform/profile.h"
 
 namespace api::ini {
-
 namespace {
+
+// Read back for a key that is not there; no value written can equal it.
+constexpr const wchar_t* kAbsent = L"\x1\x2";
 
 constexpr engine::LogLine kStart{L"iniSetValue in '%s' at '%s\\%s'. value: '%s'"};
 
@@ -24,6 +26,8 @@ void FunctionIniSetValue::execute() {
   clearResult();
   const std::wstring path = expand(path_), section = expand(section_), key = expand(key_), value = expand(value_);
   engine::log(kStart, path.c_str(), section.c_str(), key.c_str(), value.c_str());
+  // A recorded run tells a value that is there already from a change.
+  if (recording() && platform::profileString(path, section, key, kAbsent) == value) nothingChanged();
   if (const uint32_t error = platform::writeProfileString(path, section, key, value)) fail(error);
   logEnd();
 }

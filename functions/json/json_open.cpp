@@ -51,7 +51,7 @@ void FunctionJsonOpen::execute() {
 }
 
 const engine::TagDoc FunctionJsonOpen::doc{
-    L"Reads the file `path`, expanded when it runs, and parses it into a JSON document under the handle name `handle` (taken as written), replacing what the name held. The file holds exactly one JSON value, optionally after a UTF-8 byte-order mark and with white space around it; nesting deeper than 100 levels is refused. A failed open or parse stores nothing: an earlier handle of that name stays.",
+    L"Reads the file `path`, expanded when it runs, and parses it into a JSON document under the handle name `handle` (taken as written), replacing what the name held. The file holds exactly one JSON value, optionally after a UTF-8 byte-order mark and with white space around it; nesting deeper than 100 levels is refused, and so is a number JSON does not allow (`012`, `1.`, `-.5`, `2.e3`). A failed open or parse stores nothing: an earlier handle of that name stays.",
     {kStart, kFailedOpeningTheFile, kFailedParsingJSON, engine::kSubjectEnd.as(L"jsonOpen")},
     L"True: the document is under `handle`. False: the file cannot be read, or its text is not one JSON value (the parser's message is logged, e.g. `syntax error at line 1 near: trailing`).",
     L"<jsonOpen path=\"C:\\Program Files\\App\\app.json\" handle=\"cfg\">\n  <onFalse><trace value=\"app.json is missing or broken\"/><exit code=\"1\"/></onFalse>\n</jsonOpen>"};

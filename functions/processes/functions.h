@@ -7,6 +7,7 @@
 
 #include "engine/function.h"
 #include "engine/registry.h"
+#include "platform/errors.h"
 
 namespace api::processes {
 

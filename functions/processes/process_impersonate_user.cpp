@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <optional>
 #include <string>
 
@@ -8,6 +6,7 @@
 #include "functions/processes/detail/impersonation.h"
 #include "functions/processes/detail/password.h"
 #include "functions/processes/functions.h"
+#include "platform/errors.h"
 #include "platform/impersonation.h"
 
 namespace api::processes {
@@ -35,7 +34,7 @@ void FunctionProcessImpersonateUser::execute() {
   engine::log(kStart, domain.c_str(), user.c_str());
   if (encrypted_) password = detail::decipherPassword(*password);
   if (!password) {
-    endWith(ERROR_DECRYPTION_FAILED);  // no logon is tried
+    endWith(platform::kErrorDecryptionFailed);  // no logon is tried
     return;
   }
   platform::UniqueToken token;

@@ -9,6 +9,7 @@
 #include "engine/function.h"
 #include "engine/registry.h"
 #include "functions/registry/detail/root_key.h"
+#include "platform/registry.h"
 
 namespace api::registry {
 
@@ -29,11 +30,13 @@ class KeyFunction : public Kind {
   }
 
  protected:
-  HKEY root() const { return detail::rootKey(root_); }
+  // The root as the log shows it: its predefined handle value.
+  void* root() const { return platform::rootKeyValue(root_); }
+  platform::RootKey rootKey() const { return root_; }
   std::wstring key() const { return this->expand(key_); }
 
  private:
-  detail::Root root_ = {};
+  platform::RootKey root_ = {};
   std::wstring key_;
 };
 
@@ -58,8 +61,8 @@ class NameList : public KeyErrorFunction {
   // What sets the two tags apart: the access the listing needs, and the
   // listing itself (0 or an error code).
   struct Variant {
-    REGSAM access;
-    uint32_t (*list)(HKEY key, std::vector<std::wstring>& names);
+    platform::KeyAccess access;
+    uint32_t (*list)(const platform::UniqueKey& key, std::vector<std::wstring>& names);
     const engine::TagDoc& doc;
   };
 
@@ -83,6 +86,8 @@ class FunctionRegWrite : public KeyErrorFunction {
   static const engine::TagDoc doc;
 
  private:
+  bool holds(const std::wstring& key, const std::wstring& value, const std::vector<uint8_t>& bytes) const;
+
   std::wstring value_, data_, typeName_;
   uint32_t type_ = 0;  // 0: a name without a text form, refused when the function runs
 };

@@ -16,7 +16,7 @@ void FunctionRegExistsKey::execute() {
   const std::wstring key = this->key();
   engine::log(kStart, root(), key.c_str());
   platform::UniqueKey opened;
-  finish(platform::openKey(root(), key, KEY_QUERY_VALUE, opened) == 0);
+  finish(platform::openKey(rootKey(), key, platform::KeyAccess::Read, opened) == 0);
 }
 
 const engine::TagDoc FunctionRegExistsKey::doc{

@@ -14,6 +14,6 @@ const engine::TagDoc doc{
 
 }  // namespace
 
-const NameList::Variant kRegGetKeys{KEY_ENUMERATE_SUB_KEYS, platform::subkeyNames, doc};
+const NameList::Variant kRegGetKeys{platform::KeyAccess::Enumerate, platform::subkeyNames, doc};
 
 }  // namespace api::registry

@@ -14,6 +14,6 @@ const engine::TagDoc doc{
 
 }  // namespace
 
-const NameList::Variant kRegGetValues{KEY_QUERY_VALUE, platform::valueNames, doc};
+const NameList::Variant kRegGetValues{platform::KeyAccess::Read, platform::valueNames, doc};
 
 }  // namespace api::registry

@@ -7,6 +7,7 @@
 #include "engine/function.h"
 #include "engine/registry.h"
 #include "platform/owned.h"
+#include "platform/services.h"
 
 namespace api::services {
 
@@ -42,10 +43,10 @@ class ServiceStateChange : public ServiceFunction {
  public:
   // What the two functions differ in.
   struct Request {
-    uint32_t access;         // the right the request needs, besides querying
-    uint32_t awaitedState;   // SERVICE_RUNNING or SERVICE_STOPPED
-    StepLine already;        // the line when the service is in that state already
-    StepLine refused;        // the line when the request fails
+    platform::ServiceAccess access;       // the right the request needs, besides querying
+    platform::ServiceState awaitedState;  // Running or Stopped
+    StepLine already;                     // the line when the service is in that state already
+    StepLine refused;                     // the line when the request fails
     uint32_t (*send)(const UniqueServiceHandle&);
     const engine::TagDoc& doc;
   };

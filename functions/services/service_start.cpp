@@ -19,7 +19,7 @@ const engine::TagDoc doc{
 
 }  // namespace
 
-const ServiceStateChange::Request kServiceStart = {SERVICE_START, SERVICE_RUNNING, kAlready, kRefused,
+const ServiceStateChange::Request kServiceStart = {platform::ServiceAccess::Start, platform::ServiceState::Running, kAlready, kRefused,
                                                platform::startService, doc};
 
 }  // namespace api::services

@@ -19,6 +19,6 @@ const engine::TagDoc doc{
 
 }  // namespace
 
-const ServiceStateChange::Request kServiceStop = {SERVICE_STOP, SERVICE_STOPPED, kAlready, kRefused, platform::stopService, doc};
+const ServiceStateChange::Request kServiceStop = {platform::ServiceAccess::Stop, platform::ServiceState::Stopped, kAlready, kRefused, platform::stopService, doc};
 
 }  // namespace api::services

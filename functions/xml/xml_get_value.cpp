@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -31,7 +30,7 @@ void FunctionXmlGetValue::execute() {
   } else if (auto value = COVTinyXml::evaluateToString(*context.element, platform::toUtf8(xpath))) {
     variables().set(var_, platform::fromUtf8(*value));
   } else {
-    fail(ERROR_PATH_NOT_FOUND);
+    fail(platform::kErrorPathNotFound);
   }
   logEnd();
 }

@@ -1,11 +1,11 @@
 #include <memory>
-#include <windows.h>
 
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
 #include "platform/error_text.h"
+#include "platform/errors.h"
 
 namespace api::xml {
 
@@ -32,7 +32,7 @@ void FunctionXmlOpen::execute() {
   if (document->load(path.c_str()))
     handles().store(handle_, std::move(document), COVTinyXml::kind);
   else
-    fail(platform::lastErrorOr(ERROR_FILE_NOT_FOUND));
+    fail(platform::lastErrorOr(platform::kErrorFileNotFound));
   logEnd();
 }
 

@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -31,7 +30,7 @@ void FunctionXmlRemoveChild::execute() {
     const std::string expression = platform::toUtf8(xpath);
     TiXmlNode* node = COVTinyXml::findNode(*context.element, &expression);
     if (!node || !node->Parent()) {
-      fail(ERROR_NOT_FOUND);
+      fail(platform::kErrorNotFound);
     } else {
       context.held->dropSubtree(*node);
       node->Parent()->RemoveChild(node);

@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "engine/log_lines.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -29,7 +28,7 @@ void FunctionXmlSetValue::execute() {
   if (const uint32_t error = findContext(handles(), handle_, context))
     fail(error);
   else if (!COVTinyXml::setValue(*context.element, platform::toUtf8(xpath), platform::toUtf8(value), *context.held))
-    fail(ERROR_NOT_FOUND);
+    fail(platform::kErrorNotFound);
   logEnd();
 }
 

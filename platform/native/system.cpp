@@ -1,6 +1,6 @@
 // The system calls of the engine's pure parts, for the native build: output
 // goes to standard output, the environment and the current directory are the
-// process's own, and nothing is written to disk (a trace file cannot be opened).
+// process's own, and nothing is written to disk (a trace file or a record file cannot be opened).
 #include <unistd.h>
 
 #include <chrono>
@@ -16,6 +16,7 @@
 #include "platform/file_system.h"
 #include "platform/output.h"
 #include "platform/text.h"
+#include "platform/line_file.h"
 #include "platform/trace_file.h"
 
 namespace platform {
@@ -37,6 +38,13 @@ uint32_t TraceFile::open(const std::wstring&) {
 }
 
 uint32_t TraceFile::writeLine(const std::wstring&) { return kAccessDenied; }
+
+uint32_t LineFile::open(const std::wstring&) {
+  file_.reset();
+  return kAccessDenied;
+}
+
+uint32_t LineFile::writeLine(std::string_view) { return kAccessDenied; }
 
 // %name% references resolved from the process environment; unknown names and
 // a lone % stay as written, as ExpandEnvironmentStringsW leaves them.
@@ -77,6 +85,8 @@ std::wstring currentDirectory() {
   char path[PATH_MAX];
   return ::getcwd(path, sizeof path) ? fromUtf8(path) : std::wstring();
 }
+
+uint32_t processId() { return static_cast<uint32_t>(::getpid()); }
 
 OsVersion osVersion() { return OsVersion{}; }
 

@@ -1,8 +1,7 @@
-// Engine units that need Windows: the program's vocabulary of every family,
-// and the companion password command. The pure units are in core_tests.cpp.
+// Engine units that need the families: the program's vocabulary. The pure
+// units are in core_tests.cpp.
 #include <gtest/gtest.h>
 #include <tinyxml.h>
-#include <windows.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -11,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "engine/cipher_text.h"
 #include "engine/engine.h"
 #include "engine/registry.h"
 #include "functions/families.h"
@@ -159,47 +157,6 @@ TEST_F(Vocabulary, ReferenceNamesEveryAttributeAndTheEndLineOfItsKind) {
       EXPECT_EQ(log.find(" end with "), std::string::npos) << name;
     }
   }
-}
-
-TEST_F(Vocabulary, KindsFollowTheClassesAndHandlersTheKinds) {
-  for (const wchar_t* tag : {L"exit", L"assign", L"goto", L"fileClose", L"xmlClose", L"jsonClose"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Plain) << tag;
-  for (const wchar_t* tag : {L"traceSetFile", L"dirCreate", L"xmlOpen"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Error) << tag;
-  for (const wchar_t* tag : {L"test", L"fileExists", L"jsonOpen", L"fileWrite"})
-    EXPECT_EQ(registry.lookup(tag)->kind, engine::FunctionKind::Bool) << tag;
-  EXPECT_EQ(registry.lookup(L"for"), nullptr);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Plain).size(), 0u);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Bool).size(), 2u);
-  EXPECT_EQ(engine::handlerNames(engine::FunctionKind::Error).size(), 3u);
-}
-
-// The companion command's output deciphers to the password it was given.
-TEST(CipherText, CompanionCommandOutputDeciphers) {
-  std::wstring command = L"\"" UPKEEP_PASSWORD_EXE L"\" \"pa ss\"";
-  SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
-  HANDLE readEnd = nullptr, writeEnd = nullptr;
-  ASSERT_TRUE(CreatePipe(&readEnd, &writeEnd, &inherit, 0));
-  SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
-  STARTUPINFOW startup{};
-  startup.cb = sizeof(startup);
-  startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdOutput = writeEnd;
-  PROCESS_INFORMATION process{};
-  ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process));
-  CloseHandle(writeEnd);
-  std::string output;
-  char buffer[256];
-  DWORD read = 0;
-  while (ReadFile(readEnd, buffer, sizeof buffer, &read, nullptr) && read) output.append(buffer, read);
-  WaitForSingleObject(process.hProcess, INFINITE);
-  CloseHandle(process.hProcess);
-  CloseHandle(process.hThread);
-  CloseHandle(readEnd);
-  while (!output.empty() && (output.back() == '\n' || output.back() == '\r')) output.pop_back();
-  const auto plain = engine::decipherHex(std::wstring(output.begin(), output.end()));
-  ASSERT_TRUE(plain) << output;
-  EXPECT_EQ(std::string(plain->c_str()), "pa ss");
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #pragma once
 // Script functions that touch nothing but the variable store, so the engine's
-// pure parts can prepare and run scripts natively (unit tests and fuzzing)
-// without the families. Each appends "<tag>;" to the variable `trail` and
-// expands every attribute it has.
+// pure parts can prepare and run scripts natively (the fuzz targets) without
+// the families. Each appends "<tag>;" to the variable `trail` and expands
+// every attribute it has.
 #include <string>
 
 #include "engine/function.h"

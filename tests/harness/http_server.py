@@ -10,6 +10,11 @@ UPKEEP_HTTP (the base URL, no trailing slash), UPKEEP_HTTP_DIR (the served
 directory) and UPKEEP_HTTP_CLOSED (a URL on a loopback port nobody listens on).
 Scripts read the URLs as %UPKEEP_HTTP% and %UPKEEP_HTTP_CLOSED%. The exit code
 is the command's.
+
+A few paths answer as a misbehaving server would:
+    /_/cut          announces 1,000,000 bytes, sends 1,000 and closes the connection
+    /_/loop         302 to itself, forever
+    /_/status/<n>   status n with the body "status <n>" and a line end
 """
 import functools
 import http.server
@@ -23,6 +28,25 @@ import threading
 class QuietHandler(http.server.SimpleHTTPRequestHandler):
     def log_message(self, *args):
         pass
+
+    def do_GET(self):
+        if self.path == "/_/cut":
+            self.answer(200, b"x" * 1000, length=1000000)
+        elif self.path == "/_/loop":
+            self.answer(302, b"", location="/_/loop")
+        elif self.path.startswith("/_/status/"):
+            code = int(self.path[len("/_/status/"):])
+            self.answer(code, b"status %d\n" % code)
+        else:
+            super().do_GET()
+
+    def answer(self, code, body, length=None, location=None):
+        self.send_response(code)
+        self.send_header("Content-Length", str(len(body) if length is None else length))
+        if location:
+            self.send_header("Location", location)
+        self.end_headers()
+        self.wfile.write(body)
 
 
 def closed_port():

@@ -9,20 +9,32 @@ A cases file holds any number of cases:
     timeout: 300                                (default: 120; seconds each for setup, run and check)
     program: prog/upkeep.exe                    (run this copy of the interpreter, which the setup
                                                  puts in the case directory; default: the built one)
+    script: <trace value="hi"/>                 (script.xml of one line: the script element
+                                                 around the text)
     --- script.xml                              (a name with a dot or a slash: a file written
     <script version="1.1">...</script>           before the run, relative to the case directory)
+    --- script                                  (script.xml, its lines written between
+    <trace value="..."/>                         <script version="1.1"> and </script>)
     --- setup                                   (bash, run in the case directory before the run)
     --- expect                                  (the whole standard output, line by line)
     --- expect-in-order                         (lines that must appear in this order)
-    --- expect-not                              (lines that must not appear)
+    --- expect-not                              (lines that must not appear, also among
+                                                 the debugger output lines under /debug)
     --- expect-debug                            (debugger output lines, in order, under /debug)
     --- check                                   (bash, run after; must exit 0)
     --- teardown                                (bash, run last, whatever happened before:
                                                  removes what the case made outside its
                                                  directory, such as a service)
 
-A block headed "=== every case" holds sections that every case of the file
-has unless it has its own (a shared teardown, say).
+A block headed "=== every case" holds header lines and sections that every
+later case of the file has unless it has its own (a shared teardown, say).
+
+A block headed "=== table: what the rows show" is one case per row: its
+header lines and sections are every row's, and each row ("| " then cells
+separated by " | ") fills the columns its "columns:" line names, of exit,
+args, script (as the script: line), line (the one line the output must
+have, as expect-in-order) and file names (a file of that one line). A script,
+args or file cell may itself hold " | ".
 
 An expected line starting with "~ " is a regular expression for the whole line;
 "<empty>" stands for an empty line. In args, {exedir} is the Windows path of
@@ -47,6 +59,7 @@ or check that outlives its timeout is stopped, with every process it started,
 and fails its case; the next case runs as usual.
 """
 import argparse
+import copy
 import os
 import re
 import shlex
@@ -55,6 +68,7 @@ import signal
 import subprocess
 import sys
 
+TABLE_COLUMNS = ("exit", "args", "script", "line")
 SECTION_KINDS = {"expect", "expect-in-order", "expect-not", "expect-debug", "setup", "check", "teardown"}
 DEBUG_LINE = re.compile(r'^[0-9a-f]*:warn:[a-z]*:OutputDebugStringA "(.*?)"(\.\.\.)?$')
 DEFAULT_TIMEOUT = 120
@@ -96,9 +110,14 @@ def file_name_problem(name):
 def parse_cases(path):
     cases, case, section, every = [], None, None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
-        if raw.startswith("=== case:") or raw.startswith("=== every case"):
-            case = {"name": raw[9:].strip(), "args": "/file script.xml", "exit": 0, "files": {}, "sections": {},
-                    "refused": [], "dir": os.path.dirname(os.path.abspath(path))}
+        if raw.startswith("=== case:") or raw.startswith("=== every case") or raw.startswith("=== table:"):
+            case = {"name": raw[raw.index(":") + 1:].strip() if ":" in raw else "", "args": "/file script.xml",
+                    "exit": 0, "files": {}, "sections": {}, "refused": [],
+                    "dir": os.path.dirname(os.path.abspath(path))}
+            if every:
+                case.update({key: every[key] for key in ("args", "exit", "timeout", "program") if key in every})
+            if raw.startswith("=== table:"):
+                case["rows"], case["columns"] = [], []
             if raw.startswith("=== every case"):
                 every = case
             else:
@@ -108,6 +127,8 @@ def parse_cases(path):
             continue
         elif raw.startswith("--- "):
             section = raw[4:].strip()
+            if section == "script":
+                section, case["wrapped"] = "script.xml", True
             problem = None if section in SECTION_KINDS else file_name_problem(section)
             if problem:
                 case["refused"].append(problem)
@@ -120,6 +141,12 @@ def parse_cases(path):
                 case["exit"] = int(raw[5:].strip())
             elif raw.startswith("timeout:"):
                 case["timeout"] = int(raw[8:].strip())
+            elif raw.startswith("script:"):
+                case["files"]["script.xml"] = [one_line_script(raw[7:].strip())]
+            elif "rows" in case and raw.startswith("columns:"):
+                case["columns"] = [name.strip() for name in raw[8:].split("|")]
+            elif "rows" in case and raw.startswith("| "):
+                case["rows"].append(raw[2:])
             elif raw.startswith("program:"):
                 case["program"] = raw[8:].strip()
                 problem = file_name_problem(case["program"])
@@ -135,10 +162,49 @@ def parse_cases(path):
             for key, lines in group.items():
                 while lines and lines[-1] == "":
                     lines.pop()
+        if c.get("wrapped"):
+            c["files"]["script.xml"] = ['<script version="1.1">'] + c["files"]["script.xml"] + ["</script>"]
     if every:
         for c in cases:
             c["sections"] = {**every["sections"], **c["sections"]}
-    return cases
+    return [row for c in cases for row in (table_rows(c) if "rows" in c else [c])]
+
+
+def one_line_script(text):
+    return '<script version="1.1">%s</script>' % text
+
+
+def table_rows(table):
+    """The cases of a table's rows."""
+    columns, rows = table.pop("columns"), table.pop("rows")
+    unknown = [name for name in columns if name not in TABLE_COLUMNS and file_name_problem(name)]
+    wide = next((columns.index(name) for name in columns if name not in ("exit", "line")), None)
+    if not rows:
+        table["refused"].append("a table without rows")
+        yield table
+    for row in rows:
+        case = copy.deepcopy(table)
+        case["name"] = "%s: %s" % (table["name"], row)
+        cells = row.split(" | ")
+        extra = len(cells) - len(columns)
+        if wide is not None and extra > 0:
+            cells[wide:wide + extra + 1] = [" | ".join(cells[wide:wide + extra + 1])]
+        if unknown or len(cells) != len(columns):
+            case["refused"].append("a row needs one cell for each of the columns %s" % columns)
+            yield case
+            continue
+        for name, cell in zip(columns, cells):
+            if name == "exit":
+                case["exit"] = int(cell)
+            elif name == "args":
+                case["args"] = cell
+            elif name == "script":
+                case["files"]["script.xml"] = [one_line_script(cell)]
+            elif name == "line":
+                case["sections"]["expect-in-order"] = [cell]
+            else:
+                case["files"][name] = [cell]
+        yield case
 
 
 def windows_path(path):
@@ -263,11 +329,11 @@ def run_steps(case, opts, workdir, env):
         missing = in_order(sections["expect-in-order"], output)
         if missing is not None:
             problems.append("line not found in order: %r\noutput:\n%s" % (missing, "\n".join(output)))
+    debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
     for line in sections.get("expect-not", []):
-        if any(line_matches(line, actual) for actual in output):
+        if any(line_matches(line, actual) for actual in output + debug):
             problems.append("unexpected line: %r" % line)
     if "expect-debug" in sections:
-        debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
         missing = in_order(sections["expect-debug"], debug)
         if missing is not None:
             problems.append("debug line not found in order: %r\ndebug output:\n%s" % (missing, "\n".join(debug)))

@@ -13,6 +13,7 @@ import zipfile
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "harness"))
 from script_cases import run_bounded  # noqa: E402
+from pe_test import problems as pe_problems  # noqa: E402
 
 PROGRAMS = ["upkeep.exe", "upkeep-password.exe", "upkeep-check.exe"]
 DOCUMENTS = ["README.md", "upkeep.xsd", "docs/reference.md"]
@@ -33,10 +34,10 @@ def source_files(directory, prefix):
     return found
 
 
-def run(command, env=None, cwd=None):
-    result = run_bounded(command, cwd, env, TIMEOUT)
+def run(command, env=None, cwd=None, timeout=TIMEOUT):
+    result = run_bounded(command, cwd, env, timeout)
     if result is None:
-        sys.exit("timed out after %d s: %s" % (TIMEOUT, " ".join(command)))
+        sys.exit("timed out after %d s: %s" % (timeout, " ".join(command)))
     code, stdout, stderr = result
     return code, stdout.decode("utf-8", "replace").replace("\r\n", "\n"), stderr.decode("utf-8", "replace")
 
@@ -50,16 +51,20 @@ def main():
     parser.add_argument("--wine-run", required=True)
     parser.add_argument("--prefix", required=True)
     parser.add_argument("--version-tests", required=True, help="the version resource test program")
+    parser.add_argument("--objdump", required=True)
     opts = parser.parse_args()
     failures = []
 
     with tempfile.TemporaryDirectory(prefix="upkeep-package-") as work:
         out = os.path.join(work, "out")
-        code, stdout, stderr = run([opts.cpack, "--config", opts.config, "-B", out])
+        env = {k: v for k, v in os.environ.items() if not k.startswith("UPKEEP_SIGN_")}
+        code, stdout, stderr = run([opts.cpack, "--config", opts.config, "-B", out], env=env)
         if code != 0:
             sys.exit("cpack failed (%d):\n%s%s" % (code, stdout, stderr))
-        made = sorted(name for name in os.listdir(out) if name.endswith(".zip"))
-        if made != [opts.archive]:
+        if "the programs are not signed" not in stdout:
+            failures.append("cpack did not say that it builds unsigned:\n" + stdout)
+        made = sorted(name for name in os.listdir(out) if name.endswith(".zip") or name == "SHA256SUMS")
+        if made != ["SHA256SUMS", opts.archive]:
             sys.exit("expected %s, cpack made %s" % (opts.archive, made))
         archive = os.path.join(out, opts.archive)
         print("%s: %d bytes" % (opts.archive, os.path.getsize(archive)))
@@ -80,6 +85,9 @@ def main():
                 with open(path, "rb") as want, open(os.path.join(unpacked, name), "rb") as got:
                     if want.read() != got.read():
                         failures.append("%s differs from the repository's copy" % name)
+        # Hardened, and without symbols or debug data.
+        for name in PROGRAMS:
+            failures += pe_problems(opts.objdump, os.path.join(unpacked, name), shipped=True)
         if failures:
             sys.exit("\n".join(failures))
 

@@ -3,6 +3,7 @@
 // the release ships: those in the build directory, or in UPKEEP_PROGRAM_DIR when
 // it is set (the package test points it at the unpacked archive).
 #include <windows.h>
+#include <objbase.h>
 
 #include <gtest/gtest.h>
 
@@ -29,16 +30,10 @@ std::vector<BYTE> versionInfo(const std::wstring& path) {
   return info;
 }
 
-std::wstring hex(unsigned long value, int digits) {
-  std::wstring text;
-  for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4) text += L"0123456789ABCDEF"[(value >> shift) & 0xF];
-  return text;
-}
-
 std::wstring guidText(const GUID& id) {
-  std::wstring text = L"{" + hex(id.Data1, 8) + L"-" + hex(id.Data2, 4) + L"-" + hex(id.Data3, 4) + L"-";
-  for (int i = 0; i < 8; ++i) text += (i == 2 ? L"-" : L"") + hex(id.Data4[i], 2);
-  return text + L"}";
+  wchar_t text[40] = {};
+  StringFromGUID2(id, text, 40);
+  return text;
 }
 
 // A string of the version resource, found through its first translation as
@@ -51,24 +46,17 @@ std::wstring stringValue(const std::vector<BYTE>& info, const std::wstring& name
   if (!VerQueryValueW(info.data(), L"\\VarFileInfo\\Translation", reinterpret_cast<void**>(&translation), &size) ||
       size < sizeof(Translation))
     return L"";
-  const std::wstring key =
-      L"\\StringFileInfo\\" + hex(translation->language, 4) + hex(translation->codePage, 4) + L"\\" + name;
+  wchar_t key[128] = {};
+  swprintf(key, 128, L"\\StringFileInfo\\%04x%04x\\%ls", translation->language, translation->codePage, name.c_str());
   wchar_t* value = nullptr;
-  if (!VerQueryValueW(info.data(), key.c_str(), reinterpret_cast<void**>(&value), &size) || !value) return L"";
+  if (!VerQueryValueW(info.data(), key, reinterpret_cast<void**>(&value), &size) || !value) return L"";
   return value;
 }
 
 // The project version as the four numbers of the fixed part: "1.1" is 1.1.0.0.
 std::vector<unsigned> versionNumbers(const std::wstring& text) {
   std::vector<unsigned> numbers(4, 0);
-  size_t index = 0;
-  for (wchar_t c : text) {
-    if (c == L'.') {
-      ++index;
-    } else if (index < numbers.size()) {
-      numbers[index] = numbers[index] * 10 + (c - L'0');
-    }
-  }
+  swscanf(text.c_str(), L"%u.%u.%u.%u", &numbers[0], &numbers[1], &numbers[2], &numbers[3]);
   return numbers;
 }
 

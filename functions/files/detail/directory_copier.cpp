@@ -1,9 +1,8 @@
 #include "functions/files/detail/directory_copier.h"
 
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/detail/each_entry.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/path.h"
 
@@ -28,7 +27,7 @@ bool prepareOverwrite(const std::wstring& source, uint64_t sourceTime, const std
 // source: the copy is then one copy of the source as it was.
 uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const CopyOptions& options,
                   const std::wstring& outside) {
-  if (!platform::isDirectory(source)) return ERROR_PATH_NOT_FOUND;
+  if (const uint32_t error = platform::checkDirectory(source)) return error;
   bool destReady = false;  // created once, when its first file is copied
   platform::DirectoryListing list(platform::joinPath(source, L"*"));
   return forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {
@@ -38,8 +37,10 @@ uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const Co
     const std::wstring to = platform::joinPath(dest, entry.name());
     if (entry.isDirectory()) return platform::samePath(from, outside) ? 0 : copyTree(from, to, options, outside);
     if (!options.failIfExists && !prepareOverwrite(from, entry.lastWriteTime(), to, options)) return 0;
-    if (!destReady) destReady = platform::createDirectories(dest);
-    const uint32_t error = platform::copyFile(from, to, options.failIfExists);
+    // A directory that cannot be made fails the file with its own code, not the copy's consequence.
+    uint32_t error = destReady ? 0 : platform::createDirectories(dest);
+    destReady = error == 0;
+    if (error == 0) error = platform::copyFile(from, to, options.failIfExists);
     engine::log(kCopiedWith, from.c_str(), to.c_str(), error ? L"ERROR" : L"SUCCESS", static_cast<int>(error));
     return error;
   });

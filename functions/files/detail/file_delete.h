@@ -21,7 +21,7 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteO
 
 // Deletes everything below `directory`, then the directory itself when all
 // went well. A missing directory is nothing to do. Returns the first error
-// code of a file that could not be deleted, 0 when there was none.
+// code of a file or directory that could not be deleted, 0 when none is left.
 uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options);
 
 }  // namespace api::files

@@ -1,5 +1,6 @@
 #include "engine/log.h"
 #include "functions/services/functions.h"
+#include "platform/errors.h"
 
 namespace api::services {
 

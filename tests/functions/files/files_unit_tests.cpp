@@ -5,22 +5,10 @@
 #include <fstream>
 #include <iterator>
 
-#include "functions/files/detail/delimited_list.h"
 #include "functions/files/detail/download_error.h"
 #include "functions/files/detail/text_file.h"
 
 namespace {
-
-using api::files::joinDelimited;
-
-TEST(JoinDelimited, CutsEveryTrailingDelimiterCharacter) {
-  EXPECT_EQ(joinDelimited({}, L";"), L"");
-  EXPECT_EQ(joinDelimited({L"a", L"b"}, L";"), L"a;b");
-  EXPECT_EQ(joinDelimited({L"a", L"b;;"}, L";"), L"a;b");
-  // The cut works on the delimiter's characters, not on the delimiter text.
-  EXPECT_EQ(joinDelimited({L"x", L"yba"}, L"ab"), L"xaby");
-  EXPECT_EQ(joinDelimited({L";;"}, L";"), L"");
-}
 
 TEST(DownloadError, OnlyAFailureWithANonZeroLowWordFails) {
   using api::files::downloadError;
@@ -48,10 +36,6 @@ TEST(TextFile, LoneSurrogateFailsTheFileFromThenOn) {
   }
   EXPECT_EQ(readBytes(path), "a\xC3\xA9");
   DeleteFileW(path);
-}
-
-TEST(TextFile, MissingDirectoryCannotBeOpened) {
-  EXPECT_EQ(api::files::TextFile::open(L"no\\such\\dir\\x.txt", true), nullptr);
 }
 
 }  // namespace

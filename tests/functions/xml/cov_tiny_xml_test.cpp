@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <string>
 
 #include "functions/xml/detail/cov_tiny_xml.h"
@@ -140,28 +139,6 @@ TEST(XmlCharacters, NamesAndTexts) {
   for (const char* text : {"a\x01", "\x1F", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xC3"})
     EXPECT_FALSE(isXmlText(text)) << text;
   EXPECT_FALSE(isXmlText(std::string_view("a\0b", 3)));
-}
-
-TEST(HeldElements, HandlesAreCutLooseWithTheirElementOrDocument) {
-  auto document = std::make_unique<COVTinyXml>();
-  document->document().Parse("<r><a><b/></a><c/></r>");
-  TiXmlElement* a = document->document().RootElement()->FirstChildElement("a");
-  TiXmlElement* b = a->FirstChildElement("b");
-  TiXmlElement* c = document->document().RootElement()->FirstChildElement("c");
-  auto toB = std::make_unique<XmlElementHandle>(*b, document->held());
-  auto toB2 = std::make_unique<XmlElementHandle>(*b, document->held());
-  auto toC = std::make_unique<XmlElementHandle>(*c, document->held());
-  toB2.reset();  // one of two handles to the same element goes first
-
-  document->held().dropSubtree(*a);
-  a->Parent()->RemoveChild(a);
-  EXPECT_EQ(toB->element(), nullptr);
-  EXPECT_EQ(toC->element(), c);
-
-  document.reset();
-  EXPECT_EQ(toC->element(), nullptr);
-  toB.reset();
-  toC.reset();
 }
 
 }  // namespace

@@ -56,6 +56,7 @@ std::wstring extendedPath(const std::wstring& path) { return path; }
 bool samePath(const std::wstring& a, const std::wstring& b) { return a == b; }
 bool isDirectory(const std::wstring&) { return false; }
 uint32_t checkDirectory(const std::wstring&) { return kAbsent; }
+PathState inspectPath(const std::wstring&) { return {kAbsent}; }
 bool sameRoot(const std::wstring&, const std::wstring&) { return false; }
 void clearReadOnly(const std::wstring&) {}
 void clearReadOnly(const std::wstring&, uint32_t) {}

@@ -45,11 +45,17 @@ void logFormatted(const wchar_t* format, ...) {
   // A trace file that cannot take a line is closed, and standard output says
   // once that it ends there: the run goes on.
   if (!s.trace.isOpen()) return;
-  if (const uint32_t error = s.trace.writeLine(s.text)) {
+  if (const uint32_t error = s.trace.writeLine(s.text.c_str())) {
     s.trace.close();
     log(kTraceIncomplete, s.tracePath.c_str(), static_cast<int>(error));
     recordTraceIncomplete(s.tracePath, error);
   }
+}
+
+void logOutOfMemory() {
+  LogState& s = state();
+  platform::writeOutput("The run ran out of memory\n");  // kOutOfMemory, as bytes
+  if (s.trace.isOpen()) s.trace.writeLine(kOutOfMemory.format);
 }
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }

@@ -17,6 +17,9 @@ template <class... Args>
 void log(CheckedFormat<std::type_identity_t<Args>...> format, Args... args) {
   logFormatted(format.text(), args...);
 }
+// Says that the run ran out of memory, on standard output and in the trace
+// file, without allocating anything.
+void logOutOfMemory();
 
 void setDebugOutput(bool enabled);
 

@@ -33,6 +33,7 @@ inline constexpr LogLine kEnd{L"End"};
 inline constexpr LogLine kFreeingLeak{L"Freeing leak: %p of type %d"};
 inline constexpr LogLine kTraceIncomplete{
     L"Cannot write the trace file '%s'. Error:%d. It is incomplete from this line on"};
+inline constexpr LogLine kOutOfMemory{L"The run ran out of memory"};
 inline constexpr LogLine kCannotOpenJsonLog{L"Cannot open the JSON log '%s': %d"};
 
 // Under /whatif: each change a call would make, then the total and the count by kind.
@@ -44,6 +45,6 @@ inline constexpr LogLine kWhatIfKind{L"What if: %s %u"};
 inline constexpr LogLine kFramingLines[] = {
     kGoTo,    kEnterOnErrorGoTo,  kEnterOnFalse, kEnterOnTrue, kEnterOnSuccess, kEnterOnErrorSpec, kEnterOnError,
     kStarted, kCommandLineParsed, kLoadingXml,   kPrepare,     kExecute,        kStartExecuting,   kStopExecuting,
-    kEnd,     kFreeingLeak,       kTraceIncomplete, kCannotOpenJsonLog, kWhatIf, kWhatIfTotal, kWhatIfKind};
+    kEnd,     kFreeingLeak,       kTraceIncomplete, kOutOfMemory, kCannotOpenJsonLog, kWhatIf, kWhatIfTotal, kWhatIfKind};
 
 }  // namespace engine

@@ -318,6 +318,8 @@ def main():
                 runs += 1
                 problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result(), rundir)
                 if problems:
+                    with open(os.path.join(rundir, "out.log"), "w") as log:  # kept for a look
+                        log.write("\n".join(future.result()[1]))
                     failures.append("FAIL %s %s:%d:%d: %s" % (target.name, kind, nth, error, "; ".join(problems)))
                     print(failures[-1], flush=True)
                 else:

@@ -75,11 +75,13 @@ const Row kRows[] = {
     {"pathExists", {{Call::Attributes, 1}}, [] { return lastErrorIf(!platform::pathExists(kFile)); }},
     {"isDirectory", {{Call::Attributes, 1}}, [] { return lastErrorIf(!platform::isDirectory(kDir)); }},
     {"checkDirectory", {{Call::Attributes, 1}}, [] { return platform::checkDirectory(kDir); }},
-    {"clearReadOnly(path)", {{Call::Attributes, 1}}, [] { return platform::clearReadOnly(kReadOnly), stillReadOnly(); }},
+    {"clearReadOnly(path)", {{Call::Attributes, 1}},
+     [] { return platform::clearReadOnly(kReadOnly), stillReadOnly(); }},
     {"clearReadOnly(path, attributes)", {{Call::AttributeWrite, 1}},
      [] { return platform::clearReadOnly(kReadOnly, GetFileAttributesW(kReadOnly.c_str())), stillReadOnly(); }},
     {"copyFile", {{Call::Copy, 1}}, [] { return platform::copyFile(kFile, kDir + L"\\copy.txt", false); }},
-    {"moveFile", {{Call::Move, 1}}, [] { return platform::moveFile(kFile, kDir + L"\\m.txt", platform::MoveFlags::None); }},
+    {"moveFile", {{Call::Move, 1}},
+     [] { return platform::moveFile(kFile, kDir + L"\\m.txt", platform::MoveFlags::None); }},
     {"deleteAtRestart", {{Call::Move, 1}}, [] { return platform::deleteAtRestart(kDir + L"\\none.txt"); }},
     {"deleteFile", {{Call::Delete, 1}}, [] { return platform::deleteFile(kFile, FILE_ATTRIBUTE_NORMAL); }},
     {"createDirectory", {{Call::CreateDirectory, 1}}, [] { return platform::createDirectory(kDir + L"\\new"); }},
@@ -115,18 +117,10 @@ const Row kRows[] = {
      }},
     // line_file.h
     {"LineFile", {{Call::Create, 1}, {Call::Write, 1}},
-     [] {
-       platform::LineFile lines;
-       const uint32_t error = lines.open(kDir + L"\\lines.txt");
-       return error ? error : lines.writeLine("line");
-     }},
+     [] { platform::LineFile f; const uint32_t e = f.open(kDir + L"\\lines.txt"); return e ? e : f.writeLine("x"); }},
     // trace_file.h
     {"TraceFile", {{Call::Create, 1}, {Call::TraceWrite, 1}},
-     [] {
-       platform::TraceFile trace;
-       const uint32_t error = trace.open(kDir + L"\\trace.txt");
-       return error ? error : trace.writeLine(L"line");
-     }},
+     [] { platform::TraceFile f; const uint32_t e = f.open(kDir + L"\\trace.txt"); return e ? e : f.writeLine(L"x"); }},
     // read_file.h
     {"readWholeFile", {{Call::Open, 1}, {Call::Read, 1}},
      [] { std::vector<unsigned char> bytes; return platform::readWholeFile(kFile, bytes); }},
@@ -134,11 +128,12 @@ const Row kRows[] = {
      [] { std::string text; return lastErrorIf(!platform::readTextFile(kFile, text)); }},
     {"openForReading, readHead", {{Call::Open, 1}, {Call::Read, 1}},
      [] {
-       const platform::UniqueFile file = platform::openForReading(kFile);
+       const auto file = platform::openForReading(kFile);
        return lastErrorIf(!file || platform::readHead(file.get(), 4).empty());
      }},
     // environment.h
-    {"expandEnvironment", {{Call::Environment, 1}}, [] { return lastErrorIf(!platform::expandEnvironment(L"%windir%")); }},
+    {"expandEnvironment", {{Call::Environment, 1}},
+     [] { return lastErrorIf(!platform::expandEnvironment(L"%windir%")); }},
     {"longPathName", {{Call::Attributes, 1}}, [] { return lastErrorIf(!platform::longPathName(kFile)); }},
     // registry.h
     {"openKey", {{Call::RegistryOpen, 1}},
@@ -173,14 +168,11 @@ const Row kRows[] = {
     {"setCurrentDirectory", {{Call::WorkingDirectory, 1}}, [] { return platform::setCurrentDirectory(L"."); }},
     // services.h: the handles are empty, so a missing fault point fails with 6 instead.
     {"openServiceManager", {{Call::ServiceManager, 1}},
-     [] {
-       platform::UniqueServiceHandle manager;
-       return platform::openServiceManager(platform::ManagerAccess::Connect, manager);
-     }},
+     [] { platform::UniqueServiceHandle h; return platform::openServiceManager(platform::ManagerAccess::Connect, h); }},
     {"openService", {{Call::ServiceOpen, 1}},
      [] {
-       platform::UniqueServiceHandle service;
-       return platform::openService({}, L"upkeepNoSuchService", platform::ServiceAccess::QueryStatus, service);
+       platform::UniqueServiceHandle h;
+       return platform::openService({}, L"upkeepNoSuchService", platform::ServiceAccess::QueryStatus, h);
      }},
     {"queryServiceState", {{Call::ServiceQuery, 1}},
      [] { platform::ServiceState state{}; return platform::queryServiceState({}, state); }},
@@ -200,7 +192,8 @@ const Row kRows[] = {
        return result == HRESULT_FROM_WIN32(kCode) ? kCode : 0;
      }},
     // signature.h
-    {"hasEmbeddedSignature", {{Call::Signature, 1}}, [] { return lastErrorIf(!platform::hasEmbeddedSignature(kFile)); }},
+    {"hasEmbeddedSignature", {{Call::Signature, 1}},
+     [] { return lastErrorIf(!platform::hasEmbeddedSignature(kFile)); }},
     {"isSignedInCatalog", {{Call::Open, 1}, {Call::Signature, 1}},
      [] { return lastErrorIf(!platform::isSignedInCatalog(kFile)); }},
     // system_library.h

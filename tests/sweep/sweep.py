@@ -36,7 +36,11 @@ SERVICE_KEEPERS = {"scm", "svcopen", "svccontrol", "svcdelete"}
 CHILD_KEEPERS = {"snapshot", "terminate"}
 # An expansion that cannot reach the environment leaves the name as written,
 # as for an unknown name: what fails then is the function that used the text.
-UNNAMED = {"environment"}
+UNNAMED = {"environment", "memory"}
+# Runs with every allocation above these sizes failing, as when memory runs out:
+# the run ends by itself, with 14 when it is the interpreter that ran out.
+MEMORY_LIMITS = (64, 512, 1024, 4096)
+OUT_OF_MEMORY = 14
 
 
 class Target:
@@ -46,9 +50,10 @@ class Target:
     failure the script cannot see: said on a line, the files as before."""
 
     def __init__(self, name, files, args="/file script.xml", registry=False, service=False, ignore=None,
-                 serial=False, unreported=()):
+                 serial=False, unreported=(), memory=False):
         self.name, self.files, self.args, self.registry, self.service = name, files, args, registry, service
         self.serial, self.unreported, self.ignore = serial, set(unreported), re.compile(ignore) if ignore else None
+        self.memory = memory  # also run with allocations failing above each of MEMORY_LIMITS
 
 
 def text(s):
@@ -60,8 +65,8 @@ CONFIG_XML = text('<?xml version="1.0"?>\n<config>\n  <version>1.0</version>\n  
 BIG_SCRIPT = text('<script version="1.1">' + '<trace value="enciphered"/>' * 12000 + "</script>")
 
 TARGETS = [
-    Target("json", {"settings.json": SETTINGS_JSON}),
-    Target("xml", {"config.xml": CONFIG_XML}),
+    Target("json", {"settings.json": SETTINGS_JSON}, memory=True),
+    Target("xml", {"config.xml": CONFIG_XML}, memory=True),
     Target("ini", {"app.ini": b"[app]\r\nversion=1.0\r\n"}),
     # fileClose has no result: a new content that cannot take its place is said on a
     # line of its own and the old file stays.
@@ -204,6 +209,8 @@ class Sweep:
             return [code]
         problems = []
         allowed = SCRIPT_EXITS | LOAD_EXITS | ({error & 0xFF} if target.args.startswith("/encrypt") else set())
+        if kind == "memory":
+            allowed = allowed | {OUT_OF_MEMORY}
         if code not in allowed:
             problems.append("exit code %d" % code)
         said = any(names_failure(line, error) for line in output)
@@ -289,6 +296,10 @@ def main():
                         rundir = os.path.join(opts.work, target.name, "%s-%d-%d" % (kind, nth, error))
                         extra = ["--fail", "%s:%d:%d" % (kind, nth, error)]
                         jobs[pool.submit(sweep.run, target, rundir, extra)] = (kind, nth, error, rundir)
+            for limit in MEMORY_LIMITS if target.memory else ():
+                rundir = os.path.join(opts.work, target.name, "memory-%d" % limit)
+                extra = ["--max-allocation", str(limit)]
+                jobs[pool.submit(sweep.run, target, rundir, extra)] = ("memory", limit, 0, rundir)
             for future in concurrent.futures.as_completed(jobs):
                 kind, nth, error, rundir = jobs[future]
                 runs += 1

@@ -30,8 +30,9 @@ from script_cases import run_bounded, windows_path  # noqa: E402
 RUN_TIMEOUT = 60
 SCRIPT_EXITS = {0, 1}
 LOAD_EXITS = {253, 252}  # -3, -4: the script itself could not be read or prepared
-# Kinds whose failure keeps the script's roll-back from removing its service.
-SERVICE_KEEPERS = {"scm", "svcopen", "svccontrol", "svcdelete"}
+# Kinds whose failure keeps the script's roll-back from removing its service
+# (a running service is removed once it stops, and a stop waits on its status).
+SERVICE_KEEPERS = {"scm", "svcopen", "svcquery", "svccontrol", "svcdelete"}
 # Kinds whose failure keeps the script from finding or ending the child it started.
 CHILD_KEEPERS = {"snapshot", "terminate"}
 # An expansion that cannot reach the environment leaves the name as written,

@@ -12,6 +12,7 @@
 #include "engine/check_risks.h"
 #include "engine/expansion.h"
 #include "engine/nearest_name.h"
+#include "engine/script_file.h"
 #include "platform/environment.h"
 #include "platform/format.h"
 #include "platform/text.h"
@@ -19,7 +20,7 @@
 namespace engine {
 namespace {
 
-std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
+std::wstring wide(const char* utf8) { return scriptString(utf8); }
 
 // Collects what preparation reports, with its place, and lets it go on.
 class Collector final : public Diagnostics {
@@ -54,6 +55,7 @@ class ReferenceRecorder final : public ExpansionSource {
   }
   bool hasCollection(std::wstring_view) override { return true; }
   std::optional<std::wstring_view> element(std::wstring_view, const std::wstring&) override { return std::nullopt; }
+  bool hasIndexStartingWith(std::wstring_view, const std::wstring&) override { return false; }
   std::wstring random() override { return L"0"; }
   std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
 };

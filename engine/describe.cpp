@@ -207,6 +207,13 @@ Two elements are loops, rewritten into plain functions before the script runs:
 `<xmlForEach handle="doc" xpath="/cfg/item" step="following-sibling::item[1]" destHandle="it">…</xmlForEach>`
 runs it for each element found.
 
+Two switches tell what a run does. `upkeep.exe /whatif /file update.xml` makes no change: each
+call that would change the machine logs `What if: <what it would do>` before its function's end
+line and succeeds as it would have, reads stay real, and the run ends with `What if: N changes`
+and a line per kind. `/jsonlog PATH` appends one JSON object a line to `PATH`: the run's start,
+each function's end with its expanded attributes, result, time and whether it `changed` the
+machine, and the run's end with its exit code and totals.
+
 )text";
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "engine/expansion.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/ascii.h"
@@ -39,13 +41,35 @@ std::vector<size_t> closingTable(std::wstring_view text) {
   return close;
 }
 
+// The checks below look at this many characters: the start of an index
+// decides whether it can still match, and a file name part this long cannot
+// exist (file systems allow 255).
+constexpr size_t kPrefix = 256;
+// The system expands at least this many characters of a longer text, or fails.
+constexpr size_t kSystemMinimum = 30000;
+
+bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+// Counts of some characters before each position, to count them in any range.
+class RangeCount {
+ public:
+  template <class Pred>
+  RangeCount(std::wstring_view text, Pred counts) : before_(text.size() + 1, 0) {
+    for (size_t i = 0; i < text.size(); ++i) before_[i + 1] = before_[i] + (counts(text[i]) ? 1 : 0);
+  }
+  size_t in(size_t from, size_t to) const { return before_[to] - before_[from]; }
+
+ private:
+  std::vector<uint32_t> before_;
+};
+
 class Expander {
  public:
   Expander(std::wstring_view text, ExpansionSource& source)
       : text_(text), close_(closingTable(text)), source_(source) {}
 
   std::wstring run() {
-    frames_.push_back(Frame{0, text_.size(), {}, 0, 0, {}});
+    frames_.push_back(Frame{0, text_.size(), {}, 0, 0, {}, false});
     for (;;) {
       if (frames_.back().pos < frames_.back().end) {
         advance();
@@ -58,13 +82,22 @@ class Expander {
 
  private:
   // A range of the text being expanded; for an index, also the reference
-  // that waits for it.
+  // that waits for it. An index that can match no element is `matchless`: it
+  // is still scanned, as every reference in it is looked up the same way, but
+  // nothing is copied or asked of the environment for it.
   struct Frame {
     size_t pos, end;
     std::wstring out;
     size_t open = 0, close = 0;
     std::wstring_view base;
+    bool matchless = false;
   };
+
+  bool isIndex(const Frame& frame) const { return &frame != &frames_.front(); }
+
+  static void append(Frame& frame, std::wstring_view text) {
+    if (!frame.matchless) frame.out.append(text);
+  }
 
   // Expands up to and including the next reference of the innermost frame,
   // or starts a frame for that reference's index.
@@ -72,19 +105,19 @@ class Expander {
     Frame& frame = frames_.back();
     const size_t open = text_.substr(0, frame.end).find(L'%', frame.pos);
     if (open == kNone) {
-      frame.out.append(text_.substr(frame.pos, frame.end - frame.pos));
+      append(frame, text_.substr(frame.pos, frame.end - frame.pos));
       frame.pos = frame.end;
       return;
     }
-    frame.out.append(text_.substr(frame.pos, open - frame.pos));
+    append(frame, text_.substr(frame.pos, open - frame.pos));
     if (open + 1 < frame.end && text_[open + 1] == L'%') {
-      frame.out.push_back(L'%');
+      append(frame, L"%");
       frame.pos = open + 2;
       return;
     }
     const size_t close = close_[open];
     if (close == kNone || close >= frame.end) {
-      frame.out.push_back(L'%');
+      append(frame, L"%");
       frame.pos = open + 1;
       return;
     }
@@ -92,11 +125,13 @@ class Expander {
     if (const auto indexed = splitIndexedName(name)) {
       if (source_.hasCollection(indexed->base)) {
         const size_t start = static_cast<size_t>(indexed->index.data() - text_.data());
-        frames_.push_back(Frame{start, start + indexed->index.size(), {}, open, close, indexed->base});
+        // The index of a matchless index can only matter to it.
+        const bool matchless = frame.matchless;
+        frames_.push_back(Frame{start, start + indexed->index.size(), {}, open, close, indexed->base, matchless});
         return;
       }
     } else if (const auto value = source_.variable(name)) {
-      frame.out.append(*value);
+      append(frame, *value);
       frame.pos = close + 1;
       return;
     }
@@ -108,15 +143,23 @@ class Expander {
     Frame index = std::move(frames_.back());
     frames_.pop_back();
     Frame& owner = frames_.back();
-    if (const auto value = source_.element(index.base, normaliseIndex(index.out))) {
-      owner.out.append(*value);
-      owner.pos = index.close + 1;
-      return;
+    if (!index.matchless) {
+      if (const auto value = source_.element(index.base, normaliseIndex(index.out))) {
+        append(owner, *value);
+        owner.pos = index.close + 1;
+        return;
+      }
     }
     unresolved(owner, index.open, index.close);
   }
 
   void unresolved(Frame& frame, size_t open, size_t close) {
+    if (!frame.matchless && isIndex(frame) && provenMatchless(frame, open, close)) frame.matchless = true;
+    if (frame.matchless) {
+      frame.out.clear();
+      frame.pos = close + 1;
+      return;
+    }
     const std::wstring_view name = text_.substr(open + 1, close - open - 1);
     if (equalsIgnoreAsciiCase(name, L"random")) {
       frame.out.append(source_.random());
@@ -128,12 +171,70 @@ class Expander {
       frame.out.append(text_.substr(open, close - open));
       frame.pos = close;
     }
+    if (isIndex(frame) && !canStillMatch(frame.base, frame.out)) frame.matchless = true;
+  }
+
+  // False when no element's index starts as an index beginning with `start`
+  // would (an index of digits only is normalised, so it always may match).
+  bool canStillMatch(std::wstring_view base, std::wstring_view start) {
+    start = start.substr(0, kPrefix);
+    if (std::all_of(start.begin(), start.end(), isDigit)) return true;
+    return source_.hasIndexStartingWith(base, std::wstring(start));
+  }
+
+  // Whether the index in `frame` matches no element once the reference at
+  // open..close, which nothing in the script resolved, has given its text, told
+  // without asking the environment about a long reference (which would make
+  // nesting that fails at every level quadratic). Such a reference names no
+  // environment variable between any two of its %, so the environment gives it
+  // back as written (or only its start, or fails and it stays as written); and
+  // without a separator and with more than 255 characters that are not dots or
+  // spaces it cannot be an existing path. So the index goes on with at least
+  // its first kPrefix characters.
+  bool provenMatchless(const Frame& frame, size_t open, size_t close) {
+    if (close - open <= kPrefix) return false;
+    const std::wstring start = frame.out.substr(0, kPrefix) + std::wstring(text_.substr(open, kPrefix));
+    if (canStillMatch(frame.base, start)) return false;
+    if (!separators_) {
+      separators_.emplace(text_, [](wchar_t c) { return c == L'\\' || c == L'/' || c == L':'; });
+      nameCharacters_.emplace(text_, [](wchar_t c) { return c != L'.' && c != L' '; });
+    }
+    if (separators_->in(open, close + 1) > 0) return false;
+    if (nameCharacters_->in(open, open + std::min(close - open, kSystemMinimum)) <= 255) return false;
+    return !namesVariableBetween(open, close);
+  }
+
+  // Whether the text between two consecutive % within open..close (both %)
+  // may name an environment variable.
+  bool namesVariableBetween(size_t open, size_t close) {
+    if (percents_.empty()) {
+      for (size_t i = 0; i < text_.size(); ++i)
+        if (text_[i] == L'%') percents_.push_back(i);
+      std::unordered_map<std::wstring_view, bool> known;
+      namingBefore_.assign(percents_.size(), 0);
+      for (size_t i = 0; i + 1 < percents_.size(); ++i) {
+        const std::wstring_view reference = text_.substr(percents_[i], percents_[i + 1] - percents_[i] + 1);
+        auto [it, added] = known.try_emplace(reference.substr(1, reference.size() - 2), false);
+        if (added) {
+          const auto expanded = source_.environment(reference);
+          it->second = !expanded || *expanded != reference;
+        }
+        namingBefore_[i + 1] = namingBefore_[i] + (it->second ? 1 : 0);
+      }
+    }
+    const size_t first = static_cast<size_t>(std::lower_bound(percents_.begin(), percents_.end(), open) - percents_.begin());
+    const size_t last = static_cast<size_t>(std::lower_bound(percents_.begin(), percents_.end(), close) - percents_.begin());
+    return namingBefore_[last] != namingBefore_[first];
   }
 
   std::wstring_view text_;
   std::vector<size_t> close_;
   ExpansionSource& source_;
   std::vector<Frame> frames_;
+  // Built on first use, by the checks of long references in indexes.
+  std::optional<RangeCount> separators_, nameCharacters_;
+  std::vector<size_t> percents_;
+  std::vector<uint32_t> namingBefore_;  // segments that may name a variable, before each %
 };
 
 }  // namespace

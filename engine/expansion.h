@@ -3,7 +3,9 @@
 // closing % of every reference is found from one table built per text, an
 // index's nested references are expanded where they stand (never copied out
 // and scanned again), and nesting is followed with a list of frames instead of
-// recursion. What a reference stands for comes from an ExpansionSource.
+// recursion. An index that can match no element is still scanned, but nothing
+// is looked up or copied for it, so nesting that fails at every level stays
+// linear too. What a reference stands for comes from an ExpansionSource.
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +34,9 @@ class ExpansionSource {
   virtual bool hasCollection(std::wstring_view base) = 0;
   // The element of an existing collection under a normalised index.
   virtual std::optional<std::wstring_view> element(std::wstring_view base, const std::wstring& index) = 0;
+  // Whether an element of an existing collection has a normalised index that
+  // starts with `prefix`.
+  virtual bool hasIndexStartingWith(std::wstring_view base, const std::wstring& prefix) = 0;
   // A fresh number for %random%.
   virtual std::wstring random() = 0;
   // "%name%" (the whole reference) looked up in the environment; nothing when

@@ -5,6 +5,7 @@
 #include <tinyxml.h>
 
 #include "engine/integer.h"
+#include "engine/script_file.h"
 #include "engine/log.h"
 #include "engine/loops.h"
 #include "engine/nearest_name.h"
@@ -17,7 +18,6 @@ namespace {
 constexpr int kExpectedMajor = 1;
 constexpr int kExpectedMinor = 1;
 
-std::wstring wide(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
 
 // The `data` parameter may be written as the text of a <data> child.
 void applyDataChild(TiXmlElement& element, Attributes& attributes) {
@@ -25,7 +25,7 @@ void applyDataChild(TiXmlElement& element, Attributes& attributes) {
   if (!data || attributes.count(L"data")) return;
   const TiXmlNode* first = data->FirstChild();
   const TiXmlText* text = first ? first->ToText() : nullptr;
-  attributes[L"data"] = text ? wide(text->Value()) : std::wstring();
+  attributes[L"data"] = text ? scriptString(text->Value()) : std::wstring();
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ bool LogDiagnostics::report(Severity severity, const TiXmlBase*, const std::wstr
 }
 
 bool checkVersion(const TiXmlElement& root, Diagnostics& diagnostics) {
-  const std::wstring text = wide(root.Attribute("version"));
+  const std::wstring text = scriptString(root.Attribute("version"));
   if (text.empty()) {
     diagnostics.report(Severity::Error, &root, L"Version not found", {});
     return false;
@@ -83,7 +83,7 @@ bool Engine::prepare(TiXmlDocument& document, const Presets& presets) {
   reset();
   for (const auto& [name, value] : presets) runtime_.variables.set(name, value);
   const char* trace = root->Attribute("log");
-  if (trace && !diagnostics_.checkOnly()) setTraceFile(runtime_.variables.expand(wide(trace)));
+  if (trace && !diagnostics_.checkOnly()) setTraceFile(runtime_.variables.expand(scriptString(trace)));
   if (!buildList(nullptr, *root, head_)) return false;
   for (const auto& [name, label] : labels_) {
     // "reffered" is the program's established wording, which scripts and log readers match.
@@ -128,7 +128,7 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
 // its attributes is still built when preparation goes on, so that its
 // handlers are checked too.
 std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlElement& element) {
-  const std::wstring tag = wide(element.Value());
+  const std::wstring tag = scriptString(element.Value());
   const Tag* entry = registry_.lookup(tag);
   if (!entry) {
     problem(&element, platform::format(L"Function '%s' not found", tag.c_str()), suggestedTag(tag));
@@ -143,7 +143,7 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   // Elements a loop was rewritten into have no place of their own in the file.
   function->setLine(element.Row() > 0 ? element.Row() : loopLine_);
   for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
-    function->attributes()[wide(a->Name())] = wide(a->Value());
+    function->attributes().insert_or_assign(scriptString(a->Name()), scriptString(a->Value()));
   applyDataChild(element, function->attributes());
   runtime_.refusal.clear();
   if (!function->readAttributes() &&
@@ -189,7 +189,7 @@ bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
       }
       std::unique_ptr<FunctionBase> list;
       if (!buildList(&function, *handler, list)) return false;
-      if (list) f.errorHandlers[wide(err)] = std::move(list);
+      if (list) f.errorHandlers[scriptString(err)] = std::move(list);
     }
     return buildHandler(function, element.FirstChildElement("onerror"), f.errorHandler) &&
            buildHandler(function, element.FirstChildElement("onsuccess"), f.successHandler);

@@ -26,6 +26,18 @@ bool startsWith(const char* bytes, size_t length, std::string_view prefix) {
 
 }  // namespace
 
+std::wstring scriptString(const char* utf8) {
+  if (!utf8) return {};
+  const size_t length = std::strlen(utf8);
+  std::wstring out(length, L'\0');
+  for (size_t i = 0; i < length; ++i) {
+    const auto c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80) return platform::fromUtf8(std::string_view(utf8, length));
+    out[i] = static_cast<wchar_t>(c);
+  }
+  return out;
+}
+
 std::string scriptTextToUtf8(const char* bytes, size_t length) {
   if (startsWith(bytes, length, "\xFF\xFE")) return utf16ToUtf8(bytes + 2, length - 2, false);
   if (startsWith(bytes, length, "\xFE\xFF")) return utf16ToUtf8(bytes + 2, length - 2, true);

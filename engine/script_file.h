@@ -16,6 +16,10 @@ std::string scriptTextToUtf8(const char* bytes, size_t length);
 // they hold: up to the zero padding, or for UTF-16 text up to its trailing zeros.
 size_t decryptScript(std::vector<unsigned char>& bytes);
 
+// A name or text of the parsed script (UTF-8) as wide text; empty for null.
+// Most are ASCII, which is widened directly instead of through the system.
+std::wstring scriptString(const char* utf8);
+
 // Parses script text; false when it is empty or not well-formed XML.
 bool parseScript(const char* bytes, size_t length, TiXmlDocument& document);
 

@@ -13,6 +13,7 @@
 #include "engine/log.h"
 #include "engine/run_record.h"
 #include "engine/script_file.h"
+#include "engine/what_if.h"
 #include "platform/environment.h"
 #include "platform/output.h"
 #include "platform/output_file.h"
@@ -103,6 +104,8 @@ bool parseCommandLine(int argc, wchar_t** argv, CommandLine& out, std::wstring& 
       if (equalsIgnoreAsciiCase(key, L"encrypt")) out.encrypt = true;
     } else if (equalsIgnoreAsciiCase(key, L"debug")) {
       out.debug = true;
+    } else if (equalsIgnoreAsciiCase(key, L"whatif")) {
+      out.whatIf = true;
     } else if (equalsIgnoreAsciiCase(key, L"jsonlog")) {
       if (i + 1 >= argc) return missingValue();
       out.jsonLog = argv[++i];
@@ -151,7 +154,7 @@ void startRunRecord(const CommandLine& args) {
     log(L"Cannot open the JSON log '%s': %d", args.jsonLog.c_str(), error);
     return;
   }
-  recordRunStart(args.scriptPath, false);
+  recordRunStart(args.scriptPath, args.whatIf);
 }
 
 int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
@@ -174,6 +177,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
     logUsage(error, argv[0]);
     return -2;
   }
+  if (args.whatIf) beginWhatIf();
   if (args.encrypt) return encryptInPlace(args.scriptPath);
   startRunRecord(args);
 
@@ -187,6 +191,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
       log(L"Start executing");
       engine.run();
       log(L"Stop executing");
+      summarizeWhatIf();
       log(L"End");
     } else {
       result = -4;

@@ -13,6 +13,7 @@ struct CommandLine {
   bool decrypt = false;
   bool encrypt = false;
   bool debug = false;
+  bool whatIf = false;   // /whatif: changes are described instead of made
   std::wstring jsonLog;  // /jsonlog: the structured record's file; empty for none
   std::map<std::wstring, std::wstring> presets;
 };

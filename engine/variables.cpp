@@ -43,9 +43,21 @@ class VariableStore::Source final : public ExpansionSource {
     if (it == values->values.end()) return std::nullopt;
     return it->second.view();
   }
+  bool hasIndexStartingWith(std::wstring_view base, const std::wstring& prefix) override {
+    IndexedCollection* values = collection(base);
+    if (!values) return false;
+    auto it = values->values.lower_bound(prefix);
+    return it != values->values.end() && it->first.compare(0, prefix.size(), prefix) == 0;
+  }
   std::wstring random() override { return std::to_wstring(platform::randomNumber() % 50000u); }
+  // The environment cannot change during one expansion, so each short
+  // reference is looked up once however often the text repeats it.
   std::optional<std::wstring> environment(std::wstring_view reference) override {
-    return environmentReference(std::wstring(reference));
+    if (reference.size() > kRemembered) return environmentReference(std::wstring(reference));
+    auto it = environment_.find(reference);
+    if (it == environment_.end())
+      it = environment_.emplace(std::wstring(reference), environmentReference(std::wstring(reference))).first;
+    return it->second;
   }
 
  private:
@@ -53,7 +65,9 @@ class VariableStore::Source final : public ExpansionSource {
     return store_.handles_.findAs<IndexedCollection>(std::wstring(base));
   }
 
+  static constexpr size_t kRemembered = 256;
   VariableStore& store_;
+  std::map<std::wstring, std::optional<std::wstring>, std::less<>> environment_;
 };
 
 VariableText* VariableStore::findText(const std::wstring& name) {

@@ -20,7 +20,6 @@
 #include "functions/families.h"
 #include "functions/json/functions.h"
 #include "functions/json/detail/json_file.h"
-#include "platform/read_file.h"
 #include "platform/text.h"
 
 namespace {
@@ -97,16 +96,8 @@ TiXmlElement callElement(std::string_view line) {
 
 }  // namespace
 
-// The native stand-in for platform/ has no files, and the target needs none:
-// jsonOpen finds nothing to read, and jsonSave, whose writer is Win32 code,
-// is a stand-in that fails.
-namespace platform {
-bool readTextFile(const std::wstring&, std::string&) { return false; }
-}  // namespace platform
-
-const engine::Parameters& api::json::FunctionJsonSave::parameters() { return engine::noParameters(); }
-void api::json::FunctionJsonSave::execute() { setResult(false); }
-const engine::TagDoc api::json::FunctionJsonSave::doc{L"", L"", L"", L""};
+// The target needs no files: on the platform's native stand-in jsonOpen finds
+// nothing to read and jsonSave's write fails.
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   // Every function logs: keep the log off the fuzzer's own output.

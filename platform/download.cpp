@@ -3,6 +3,8 @@
 #include <windows.h>
 #include <urlmon.h>
 
+#include "platform/changes.h"
+#include "platform/fault.h"
 #include "platform/output_file.h"
 #include "platform/system_library.h"
 
@@ -76,11 +78,15 @@ HRESULT fetch(const std::wstring& url, const std::wstring& file) {
 }  // namespace
 
 int32_t downloadToFile(const std::wstring& url, const std::wstring& file) {
+  if (whatIf()) return static_cast<int32_t>(wouldChange(Call::Download, L"download " + url + L" to " + file));
   Replacement replacement;
   uint32_t error = replacement.create(file);
   if (error == 0) error = replacement.file().close();
   if (error != 0) return HRESULT_FROM_WIN32(error);
-  const HRESULT result = fetch(url, replacement.name());
+  // A Windows code fails as the service reports one; an HRESULT is taken as it is.
+  const uint32_t fault = injectedFault(Call::Download);
+  const HRESULT result = fault ? static_cast<HRESULT>(fault <= 0xFFFF ? HRESULT_FROM_WIN32(fault) : fault)
+                               : fetch(url, replacement.name());
   if (FAILED(result)) return result;
   return HRESULT_FROM_WIN32(replacement.putInPlace());
 }

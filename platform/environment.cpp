@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/injected_error.h"
+
 namespace platform {
 namespace {
 
@@ -24,6 +26,7 @@ std::optional<std::wstring> withGrowingBuffer(size_t initial, Fill fill) {
 }  // namespace
 
 std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
+  if (failedOnPurpose(Call::Environment)) return std::nullopt;
   auto expanded = withGrowingBuffer(
       1024, [&](wchar_t* buffer, DWORD size) { return ExpandEnvironmentStringsW(text.c_str(), buffer, size); });
   if (expanded && !expanded->empty() && expanded->back() == L'\0') expanded->pop_back();  // counted by the call
@@ -31,6 +34,7 @@ std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
 }
 
 std::optional<std::wstring> longPathName(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return std::nullopt;
   return withGrowingBuffer(
       1024, [&](wchar_t* buffer, DWORD size) { return GetLongPathNameW(path.c_str(), buffer, size); });
 }

@@ -14,9 +14,77 @@ struct Fault {
 
 std::array<Fault, static_cast<size_t>(Call::Count)> faults;
 
-constexpr std::array<std::string_view, static_cast<size_t>(Call::Count)> kNames = {
-    "create", "write", "flush", "close", "replace", "copy", "move", "delete", "mkdir", "rmdir", "trace",
-    "scm", "svcquery", "terminate", "regwrite", "regkey", "iniwrite"};
+struct Kind {
+  Call call;
+  std::string_view name;
+  bool changes;  // the call changes the machine, rather than reading it
+};
+
+constexpr bool kReads = false;
+constexpr bool kChanges = true;
+
+// Every kind: its name on the command line, and whether it changes the machine.
+// Calls without a fault point, because they cannot fail in a way a caller
+// could act on: text work (UTF conversion, formatting, full paths, path
+// comparison); the clock, sleeping and the random number; the program's own
+// path and id, the current directory read and the Windows version; enabling the
+// process's privileges and sharing the thread's user with a library's worker
+// (best effort by design); standard output and the debugger (the log's own
+// destinations); positioning within or sizing an open file; walking a process
+// or module snapshot already taken; the guard around a library's worker
+// thread once it exists; closing handles; and the cleanup after a failure (a
+// file cut back, a temporary file removed).
+constexpr std::array<Kind, static_cast<size_t>(Call::Count)> kKinds = {{
+    {Call::Create, "create", kChanges},
+    {Call::Write, "write", kChanges},
+    {Call::Flush, "flush", kChanges},
+    {Call::Close, "close", kChanges},
+    {Call::Replace, "replace", kChanges},
+    {Call::Copy, "copy", kChanges},
+    {Call::Move, "move", kChanges},
+    {Call::Delete, "delete", kChanges},
+    {Call::CreateDirectory, "mkdir", kChanges},
+    {Call::RemoveDirectory, "rmdir", kChanges},
+    {Call::TraceWrite, "trace", kChanges},
+    {Call::Open, "open", kReads},
+    {Call::Read, "read", kReads},
+    {Call::List, "list", kReads},
+    {Call::Attributes, "attributes", kReads},
+    {Call::AttributeWrite, "attrwrite", kChanges},
+    {Call::RegistryOpen, "regopen", kReads},
+    {Call::RegistryQuery, "regquery", kReads},
+    {Call::RegistryEnum, "regenum", kReads},
+    {Call::RegistryWrite, "regwrite", kChanges},
+    {Call::RegistryKey, "regkey", kChanges},
+    {Call::Process, "process", kChanges},
+    {Call::Snapshot, "snapshot", kReads},
+    {Call::Wait, "wait", kReads},
+    {Call::Terminate, "terminate", kChanges},
+    {Call::ServiceManager, "scm", kReads},
+    {Call::ServiceOpen, "svcopen", kReads},
+    {Call::ServiceQuery, "svcquery", kReads},
+    {Call::ServiceStart, "svcstart", kChanges},
+    {Call::ServiceControl, "svccontrol", kChanges},
+    {Call::ServiceCreate, "svccreate", kChanges},
+    {Call::ServiceDelete, "svcdelete", kChanges},
+    {Call::ProfileRead, "iniread", kReads},
+    {Call::ProfileWrite, "iniwrite", kChanges},
+    {Call::Download, "download", kChanges},  // saves the file
+    {Call::Signature, "signature", kReads},
+    {Call::Library, "library", kChanges},  // runs code nobody here knows
+    {Call::Logon, "logon", kChanges},
+    {Call::Environment, "environment", kReads},
+    {Call::WorkingDirectory, "workdir", kReads},  // the process's own
+}};
+
+constexpr bool inEnumOrder() {
+  for (size_t i = 0; i < kKinds.size(); ++i)
+    if (kKinds[i].call != static_cast<Call>(i) || kKinds[i].name.empty()) return false;
+  return true;
+}
+static_assert(inEnumOrder(), "one row per kind, in the order of enum Call");
+
+const Kind& kind(Call call) { return kKinds[static_cast<size_t>(call)]; }
 
 template <class T>
 bool parseNumber(std::string_view text, T& out) {
@@ -38,9 +106,15 @@ uint32_t injectedFault(Call call) {
   return fault.failFrom != 0 && fault.calls >= fault.failFrom ? fault.error : 0;
 }
 
+unsigned callCount(Call call) { return faults[static_cast<size_t>(call)].calls; }
+
+std::string_view callName(Call call) { return kind(call).name; }
+
+bool changesMachine(Call call) { return kind(call).changes; }
+
 std::optional<Call> callNamed(std::string_view name) {
-  for (size_t i = 0; i < kNames.size(); ++i)
-    if (kNames[i] == name) return static_cast<Call>(i);
+  for (const Kind& k : kKinds)
+    if (k.name == name) return k.call;
   return std::nullopt;
 }
 

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/flags.h"
+
 namespace platform {
 
 bool pathExists(const std::wstring& path);
@@ -18,6 +20,9 @@ std::wstring extendedPath(const std::wstring& path);
 // Whether two paths name the same place: their absolute forms, compared without regard to case.
 bool samePath(const std::wstring& a, const std::wstring& b);
 bool isDirectory(const std::wstring& path);
+// 0 when `path` is a directory; 3 when it is missing or no directory; else the
+// error that kept its attributes from being read.
+uint32_t checkDirectory(const std::wstring& path);
 // Whether both paths are on the same root (drive or share).
 bool sameRoot(const std::wstring& a, const std::wstring& b);
 
@@ -27,9 +32,24 @@ bool sameRoot(const std::wstring& a, const std::wstring& b);
 void clearReadOnly(const std::wstring& path);
 void clearReadOnly(const std::wstring& path, uint32_t attributes);
 
+// Over an existing file (failIfExists false), copies into a new file beside
+// `to` and moves it over `to` in one step, so a run ended half-way never
+// leaves the old file partly overwritten; a new file, or a destination the
+// system will not replace that way (one in use, say), is copied directly, and
+// a failure gives the direct copy's code.
 uint32_t copyFile(const std::wstring& from, const std::wstring& to, bool failIfExists);
-// MoveFileExW with its MOVEFILE_* flags.
-uint32_t moveFile(const std::wstring& from, const std::wstring& to, uint32_t flags);
+// What a move may do besides renaming in place. Without AtRestart the move
+// is written through to the disk before it returns.
+enum class MoveFlags : uint8_t {
+  None = 0,
+  ReplaceExisting = 1,  // an existing target is replaced (else the move fails)
+  AllowCopy = 2,        // a file may be copied to another volume and the source deleted
+  AtRestart = 4         // the move is left to the next restart
+};
+template <>
+inline constexpr bool kIsFlagSet<MoveFlags> = true;
+
+uint32_t moveFile(const std::wstring& from, const std::wstring& to, MoveFlags flags);
 // Leaves the file to be deleted at the next restart.
 uint32_t deleteAtRestart(const std::wstring& path);
 // Deletes a file, clearing its read-only attribute (known from a listing) first.

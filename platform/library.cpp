@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "platform/changes.h"
+#include "platform/fault.h"
 #include "platform/owned.h"
 #include "platform/path.h"
 
@@ -61,6 +62,7 @@ void shareImpersonation(HANDLE worker) {
 // Runs the export to its end, returned or not: 0, or why no thread could run it.
 uint32_t runGuarded(GuardedCall& call) {
   DWORD id = 0;
+  if (const uint32_t error = injectedFault(Call::Library)) return error;
   const UniqueThread worker(
       CreateThread(nullptr, kStackSize, runCall, &call, CREATE_SUSPENDED | STACK_SIZE_PARAM_IS_A_RESERVATION, &id));
   if (!worker) return GetLastError();
@@ -98,9 +100,13 @@ HMODULE loadScriptLibrary(const std::wstring& library) {
 }  // namespace
 
 ExportCall callExport(const std::wstring& library, const std::string& name, int32_t integer, const std::wstring& text) {
+  if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
+  // Loading a library runs its own code: a what-if run loads none.
+  if (whatIf()) return {wouldChange(Call::Library, L"call " + std::wstring(name.begin(), name.end()) + L" in " + library), false};
   const UniqueModule module(loadScriptLibrary(library));
   if (!module) return {GetLastError(), false};
-  const FARPROC address = GetProcAddress(module.get(), name.c_str());
+  if (const uint32_t error = injectedFault(Call::Library)) return {error, false};
+  const FARPROC address = GetProcAddress(static_cast<HMODULE>(module.get()), name.c_str());
   if (!address) return {GetLastError(), false};
   GuardedCall call{reinterpret_cast<EntryPoint>(reinterpret_cast<void*>(address)), integer, text.c_str()};
   if (const uint32_t error = runGuarded(call)) return {error, false};

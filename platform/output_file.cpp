@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/changes.h"
 #include "platform/fault.h"
@@ -21,16 +22,11 @@ LARGE_INTEGER at(int64_t offset) {
   return position;
 }
 
-// The name of the new file that will replace `path`: beside it, so the final
-// move stays on one volume.
-std::wstring siblingName(const std::wstring& path, unsigned attempt) {
-  return path + L".upkeep-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(attempt) + L".tmp";
-}
-
 // Opening the target for writing, without changing it, gives the error a
 // direct overwrite would have met (5 for a directory or a read-only file, 32
 // for a file in use); a missing file is fine.
 uint32_t checkWritable(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::Attributes)) return error;  // a question, not a change
   UniqueHandle probe(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (probe.valid()) return 0;
@@ -46,8 +42,33 @@ uint32_t writeTemporary(OutputFile& file, std::string_view bytes) {
 
 }  // namespace
 
+std::wstring siblingName(const std::wstring& path, unsigned attempt) {
+  static const uint64_t started = GetTickCount64();
+  return path + L".upkeep-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(started) + L"-" +
+         std::to_wstring(attempt) + L".tmp";
+}
+
+std::optional<uint32_t> moveOver(const std::wstring& temporary, const std::wstring& target, bool replaceExisting) {
+  const uint32_t error = injectedFault(Call::Replace);
+  const DWORD flags = (replaceExisting ? MOVEFILE_REPLACE_EXISTING : 0) | MOVEFILE_WRITE_THROUGH;
+  if (error == 0 && MoveFileExW(temporary.c_str(), target.c_str(), flags)) return 0;
+  removeTemporary(temporary);
+  if (error) return error;
+  return std::nullopt;
+}
+
+void removeTemporary(const std::wstring& temporary) {
+  SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_NORMAL);  // a copy of a read-only file is read-only too
+  DeleteFileW(temporary.c_str());
+}
+
 uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
   if (const uint32_t error = injectedFault(Call::Create)) return error;
+  if (whatIf()) {
+    // The file takes what is written to it and keeps none of it.
+    pretend_ = true;
+    return wouldChange(Call::Create, (mode == Mode::Append ? L"append to " : L"write ") + path);
+  }
   const DWORD disposition = mode == Mode::Truncate ? CREATE_ALWAYS : mode == Mode::Append ? OPEN_ALWAYS : CREATE_NEW;
   handle_.reset(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -56,6 +77,7 @@ uint32_t OutputFile::open(const std::wstring& path, Mode mode) {
 }
 
 uint32_t OutputFile::write(std::string_view bytes) {
+  if (pretend_) return 0;
   LARGE_INTEGER start;
   if (!SetFilePointerEx(handle_.get(), at(0), &start, append_ ? FILE_END : FILE_CURRENT)) return GetLastError();
   uint32_t error = 0;
@@ -73,6 +95,7 @@ uint32_t OutputFile::write(std::string_view bytes) {
 
 uint32_t OutputFile::flush() {
   if (const uint32_t error = injectedFault(Call::Flush)) return error;
+  if (pretend_) return 0;
   return outcome(FlushFileBuffers(handle_.get()));
 }
 
@@ -81,6 +104,7 @@ uint32_t OutputFile::close() {
     handle_.reset();
     return error;
   }
+  if (std::exchange(pretend_, false)) return 0;
   return outcome(CloseHandle(handle_.release()));
 }
 
@@ -112,6 +136,10 @@ uint32_t Replacement::putInPlace() {
 }
 
 uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
+  if (whatIf()) {
+    if (const uint32_t error = checkWritable(path)) return error;
+    return wouldChange(Call::Replace, L"write " + path + L" (" + std::to_wstring(bytes.size()) + L" bytes)");
+  }
   Replacement replacement;
   if (const uint32_t error = replacement.create(path)) return error;
   if (const uint32_t error = writeTemporary(replacement.file(), bytes)) return error;

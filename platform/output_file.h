@@ -2,6 +2,7 @@
 // Files written through the seam: every write, the flush and the close are
 // checked, and a file that replaces another reaches its place only whole.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,7 @@ class OutputFile {
 
   // 0 or the error of the open (3: no such directory, 80: CreateNew found a file).
   uint32_t open(const std::wstring& path, Mode mode);
-  bool isOpen() const { return handle_.valid(); }
+  bool isOpen() const { return handle_.valid() || pretend_; }
   // Writes all the bytes, block by block. When one fails the file is cut back
   // to where it was, so it holds all of them or none.
   uint32_t write(std::string_view bytes);
@@ -31,6 +32,7 @@ class OutputFile {
   UniqueHandle handle_;
   bool append_ = false;
   bool countChanges_ = true;  // false for a temporary file that may never reach its place
+  bool pretend_ = false;      // opened in a what-if run: takes every write, keeps none
 };
 
 // A new file beside `path` that is to take its place only when it is whole:
@@ -57,6 +59,20 @@ class Replacement {
   OutputFile file_;
   std::wstring target_, name_;
 };
+
+// The name of a new file that is to replace `path`: beside it, so the final
+// move stays on one volume, and unique to this run (process id and start
+// time), so a file left by a run that was killed never stands in its way.
+std::wstring siblingName(const std::wstring& path, unsigned attempt);
+
+// Moves `temporary`, a finished file beside `target`, over it in one step
+// (with `replaceExisting` false an existing target refuses it): 0, or an
+// injected error. Nothing when the system refused the move; the temporary
+// file is removed unless it took its place.
+std::optional<uint32_t> moveOver(const std::wstring& temporary, const std::wstring& target, bool replaceExisting);
+
+// Removes a temporary file, read-only or not.
+void removeTemporary(const std::wstring& temporary);
 
 // Writes `bytes` to a new file beside `path`, flushes and closes it, and only
 // then moves it over `path` in one step. On any failure the new file is

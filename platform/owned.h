@@ -1,8 +1,8 @@
 #pragma once
 // One owner for every kind of system handle: it closes the handle on every path
-// out, moves but never copies, and knows which value means "none".
-#include <windows.h>
-
+// out, moves but never copies, and knows which value means "none". Handles are
+// opaque here; only platform/ turns them into the system's own types.
+#include <cstdint>
 #include <utility>
 
 namespace platform {
@@ -44,10 +44,12 @@ class Owned {
 // Files, processes, threads, tokens, snapshots, events: CloseHandle. Both
 // null and INVALID_HANDLE_VALUE mean "none", since the calls disagree.
 struct KernelHandleTraits {
-  using Handle = HANDLE;
+  using Handle = void*;
   static Handle none() { return nullptr; }
-  static bool valid(Handle h) { return h != nullptr && h != INVALID_HANDLE_VALUE; }
-  static void close(Handle h) { CloseHandle(h); }
+  static bool valid(Handle h) { return h != nullptr && h != invalid(); }
+  static void close(Handle h);
+  // INVALID_HANDLE_VALUE.
+  static Handle invalid() { return reinterpret_cast<Handle>(intptr_t{-1}); }
 };
 using UniqueHandle = Owned<KernelHandleTraits>;
 // Named for what they hold; closed like any kernel handle.
@@ -57,42 +59,41 @@ using UniqueToken = UniqueHandle;
 using UniqueSnapshot = UniqueHandle;
 
 struct FindHandleTraits {
-  using Handle = HANDLE;
-  static Handle none() { return INVALID_HANDLE_VALUE; }
-  static bool valid(Handle h) { return h != INVALID_HANDLE_VALUE && h != nullptr; }
-  static void close(Handle h) { FindClose(h); }
+  using Handle = void*;
+  static Handle none() { return KernelHandleTraits::invalid(); }
+  static bool valid(Handle h) { return h != none() && h != nullptr; }
+  static void close(Handle h);
 };
 using UniqueFind = Owned<FindHandleTraits>;
 
 // Keys opened or created by the program; the predefined roots are never owned.
 struct RegistryKeyTraits {
-  using Handle = HKEY;
+  using Handle = void*;
   static Handle none() { return nullptr; }
   static bool valid(Handle h) { return h != nullptr; }
-  static void close(Handle h) { RegCloseKey(h); }
+  static void close(Handle h);
 };
 using UniqueKey = Owned<RegistryKeyTraits>;
 
 struct ServiceHandleTraits {
-  using Handle = SC_HANDLE;
+  using Handle = void*;
   static Handle none() { return nullptr; }
   static bool valid(Handle h) { return h != nullptr; }
-  static void close(Handle h) { CloseServiceHandle(h); }
+  static void close(Handle h);
 };
 using UniqueServiceHandle = Owned<ServiceHandleTraits>;
 
 struct ModuleTraits {
-  using Handle = HMODULE;
+  using Handle = void*;
   static Handle none() { return nullptr; }
   static bool valid(Handle h) { return h != nullptr; }
-  static void close(Handle h) { FreeLibrary(h); }
+  static void close(Handle h);
 };
 using UniqueModule = Owned<ModuleTraits>;
 
-// A catalog administrator context (HCATADMIN, a HANDLE); released in
-// signature.cpp, so this header needs no catalog headers.
+// A catalog administrator context; released in signature.cpp.
 struct CatalogAdminTraits {
-  using Handle = HANDLE;
+  using Handle = void*;
   static Handle none() { return nullptr; }
   static bool valid(Handle h) { return h != nullptr; }
   static void close(Handle h);

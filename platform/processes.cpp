@@ -5,12 +5,15 @@
 #include <tlhelp32.h>
 
 #include "platform/changes.h"
-#include "platform/fault.h"
+#include "platform/injected_error.h"
 
 namespace platform {
 namespace {
 
 uint32_t outcome(BOOL succeeded) { return succeeded ? 0 : GetLastError(); }
+
+// What a wait returned, with a failed wait (WAIT_FAILED) given as its error code.
+uint32_t waitOutcome(DWORD result) { return result == WAIT_FAILED ? GetLastError() : result; }
 
 bool sameIgnoringCase(const wchar_t* a, const wchar_t* b) {
   return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
@@ -19,6 +22,7 @@ bool sameIgnoringCase(const wchar_t* a, const wchar_t* b) {
 // The full path of the process's first module (its executable), or "" when
 // its modules cannot be read (it is ending, or not ours to look into).
 std::wstring firstModulePath(uint32_t id) {
+  if (failedOnPurpose(Call::Snapshot)) return {};
   const UniqueSnapshot modules(CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, id));
   if (!modules) return {};
   MODULEENTRY32W module{};
@@ -46,16 +50,22 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
+  if (const uint32_t error = injectedFault(Call::Process)) return error;
+  if (whatIf())
+    return wouldChange(Call::Process, L"run " + commandLine + (directory.empty() ? L"" : L" in " + directory));
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
                       directory.empty() ? nullptr : directory.c_str(), &startup, &started))
     return GetLastError();
   noteChange(0);
   const UniqueProcess process(started.hProcess);
   const UniqueThread thread(started.hThread);
-  return waitMilliseconds == 0 ? 0 : WaitForSingleObject(process.get(), waitMilliseconds);
+  if (waitMilliseconds == 0) return 0;
+  if (const uint32_t error = injectedFault(Call::Wait)) return error;
+  return waitOutcome(WaitForSingleObject(process.get(), waitMilliseconds));
 }
 
 uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids) {
+  if (const uint32_t error = injectedFault(Call::Snapshot)) return error;
   const UniqueSnapshot snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   if (!snapshot) return GetLastError();
   PROCESSENTRY32W process{};
@@ -74,36 +84,48 @@ uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids) {
 // while the caller holds a handle to it, so the id cannot change owner during
 // the question. When it cannot be asked, the snapshot's answer stands.
 bool stillNamed(uint32_t id, const std::wstring& name) {
+  if (failedOnPurpose(Call::Snapshot)) return true;
   const UniqueProcess query(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
   if (!query) return true;
   std::wstring path(kCommandLineCapacity, L'\0');
   DWORD size = static_cast<DWORD>(path.size());
+  if (failedOnPurpose(Call::Snapshot)) return true;
   if (!QueryFullProcessImageNameW(query.get(), 0, path.data(), &size)) return true;
   path.resize(size);
   if (name.find(L'\\') != std::wstring::npos) return sameIgnoringCase(path.c_str(), name.c_str());
   return sameIgnoringCase(PathFindFileNameW(path.c_str()), name.c_str());
 }
 
-UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t access, uint32_t& error) {
-  UniqueProcess process(OpenProcess(access, FALSE, id));
+UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, ProcessAccess access, uint32_t& error) {
+  UniqueProcess process(failedOnPurpose(Call::Snapshot)
+                            ? nullptr
+                            : OpenProcess(access == ProcessAccess::Wait ? SYNCHRONIZE : PROCESS_TERMINATE, FALSE, id));
   error = process ? 0 : GetLastError();
+  nameHandle(process.get(), name + L" (process " + std::to_wstring(id) + L")");
   if (!process || stillNamed(id, name)) return process;
   // The process ended after the search and its id went to another one.
   error = ERROR_INVALID_PARAMETER;
   return {};
 }
 
-uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds) {
-  const DWORD count = static_cast<DWORD>(processes.size());
-  const DWORD result = WaitForMultipleObjects(count, processes.data(), TRUE, milliseconds);
-  return result < count ? 0 : result;
+uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseconds) {
+  if (const uint32_t error = injectedFault(Call::Wait)) return error;
+  std::vector<HANDLE> handles;
+  for (const UniqueProcess& process : processes) handles.push_back(process.get());
+  const DWORD count = static_cast<DWORD>(handles.size());
+  const DWORD result = WaitForMultipleObjects(count, handles.data(), TRUE, milliseconds);
+  return result < count ? 0 : waitOutcome(result);
 }
 
-uint32_t terminateProcess(HANDLE process, uint32_t exitCode) {
+uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode) {
   if (const uint32_t error = injectedFault(Call::Terminate)) return error;
-  return noteChange(outcome(TerminateProcess(process, exitCode)));
+  if (whatIf()) return wouldChange(Call::Terminate, L"end " + handleName(process.get()));
+  return noteChange(outcome(TerminateProcess(process.get(), exitCode)));
 }
 
-uint32_t setCurrentDirectory(const std::wstring& path) { return outcome(SetCurrentDirectoryW(path.c_str())); }
+uint32_t setCurrentDirectory(const std::wstring& path) {
+  if (const uint32_t error = injectedFault(Call::WorkingDirectory)) return error;
+  return outcome(SetCurrentDirectoryW(path.c_str()));
+}
 
 }  // namespace platform

@@ -31,18 +31,23 @@ uint32_t runProcess(const std::wstring& commandLine, const std::wstring& directo
 // stopped the search.
 uint32_t findProcesses(const std::wstring& name, std::vector<uint32_t>& ids);
 
+// What a process is opened for: waiting until it ends, or ending it.
+enum class ProcessAccess : uint8_t { Wait, Terminate };
+
 // The process with that id, found by `findProcesses(name)`, opened for
 // `access`; when it cannot be opened the owner is empty and `error` holds why.
 // An id that has passed to a process of another executable since the search
 // is refused with 87, as an id whose process has gone.
-UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, uint32_t access, uint32_t& error);
+UniqueProcess openProcessNamed(uint32_t id, const std::wstring& name, ProcessAccess access, uint32_t& error);
 
-// Waits until all processes (at most 64) have ended: 0, else what the wait
-// returned (258 when time ran out).
-uint32_t waitForAll(std::span<const HANDLE> processes, uint32_t milliseconds);
+// The most processes one wait can take.
+constexpr size_t kMaxWaitedProcesses = 64;
+// Waits until all processes (at most kMaxWaitedProcesses) have ended: 0, else
+// what the wait returned (258 when time ran out).
+uint32_t waitForAll(std::span<const UniqueProcess> processes, uint32_t milliseconds);
 
 // Ends a process with `exitCode` without waiting for it to go.
-uint32_t terminateProcess(HANDLE process, uint32_t exitCode = 0);
+uint32_t terminateProcess(const UniqueProcess& process, uint32_t exitCode = 0);
 
 uint32_t setCurrentDirectory(const std::wstring& path);
 

@@ -13,8 +13,10 @@ namespace platform {
 std::wstring profileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                            const std::wstring& fallback);
 
-// Writes the value, creating the file and the section when missing. 0, or the
-// error code of a failed write (a failure that sets no error counts as done).
+// Writes the value, creating the file and the section when missing. The write
+// goes to a copy beside the file, which then replaces it in one step; where
+// the system refuses that, to the file itself. 0, or the error code of a
+// failed write (a failure that sets no error counts as done).
 uint32_t writeProfileString(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                             const std::wstring& value);
 

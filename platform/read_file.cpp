@@ -5,40 +5,54 @@
 #include <share.h>
 
 #include "platform/error_text.h"
+#include "platform/injected_error.h"
 
 namespace platform {
+namespace {
+
+// _wfsopen, or the fault seam failing it as the open itself would: no file,
+// the reason in GetLastError().
+UniqueFile openFile(const std::wstring& path, const wchar_t* mode, int share) {
+  SetLastError(0);
+  if (failedOnPurpose(Call::Open)) return nullptr;
+  return UniqueFile(_wfsopen(path.c_str(), mode, share));
+}
+
+}  // namespace
 
 uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes) {
-  SetLastError(0);
-  UniqueFile file(_wfsopen(path.c_str(), L"rb", _SH_DENYWR));
+  UniqueFile file = openFile(path, L"rb", _SH_DENYWR);
   if (!file) return lastErrorOr(30);
   std::fseek(file.get(), 0, SEEK_END);
   const long length = std::ftell(file.get());
   std::fseek(file.get(), 0, SEEK_SET);
   if (length <= 0) return 1006;
   bytes.resize(static_cast<size_t>(length));
+  if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-  return 0;
+  return std::ferror(file.get()) ? lastErrorOr(ERROR_READ_FAULT) : 0;
 }
 
 bool readTextFile(const std::wstring& path, std::string& out) {
-  UniqueFile file(_wfopen(path.c_str(), L"rt"));
+  UniqueFile file = openFile(path, L"rt", _SH_DENYNO);
   if (!file) return false;
   out.clear();
   const long long size = _filelengthi64(_fileno(file.get()));
   if (size > 0) out.reserve(static_cast<size_t>(size));
   char buffer[1 << 16];
-  size_t got = 0;
-  while ((got = std::fread(buffer, 1, sizeof buffer, file.get())) > 0) out.append(buffer, got);
-  return true;
+  for (;;) {
+    if (failedOnPurpose(Call::Read)) return false;
+    const size_t got = std::fread(buffer, 1, sizeof buffer, file.get());
+    if (got == 0) break;
+    out.append(buffer, got);
+  }
+  return !std::ferror(file.get());
 }
 
-UniqueFile openForReading(const std::wstring& path) {
-  SetLastError(0);
-  return UniqueFile(_wfopen(path.c_str(), L"rb"));
-}
+UniqueFile openForReading(const std::wstring& path) { return openFile(path, L"rb", _SH_DENYNO); }
 
 std::string readHead(std::FILE* file, size_t count) {
+  if (failedOnPurpose(Call::Read)) return {};
   std::string head(count, '\0');
   head.resize(std::fread(head.data(), 1, count, file));
   return head;

@@ -1,5 +1,9 @@
 #include "platform/registry.h"
 
+#include <windows.h>
+
+#include <iterator>
+
 #include "platform/changes.h"
 #include "platform/fault.h"
 
@@ -16,66 +20,112 @@ uint32_t collectNames(DWORD bufferSize, std::vector<std::wstring>& names, Enumer
   std::wstring buffer(bufferSize, L'\0');
   for (DWORD index = 0;; ++index) {
     DWORD length = bufferSize;
-    const LSTATUS status = enumerate(index, buffer.data(), &length);
+    const uint32_t fault = injectedFault(Call::RegistryEnum);
+    const LSTATUS status = fault ? static_cast<LSTATUS>(fault) : enumerate(index, buffer.data(), &length);
     if (status == ERROR_NO_MORE_ITEMS) return 0;
     if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
     names.emplace_back(buffer.data(), length);
   }
 }
 
-}  // namespace
+HKEY hkey(KeyParent parent) { return static_cast<HKEY>(parent.handle()); }
+HKEY hkey(const UniqueKey& key) { return static_cast<HKEY>(key.get()); }
 
-uint32_t openKey(HKEY parent, const std::wstring& path, REGSAM access, UniqueKey& key) {
-  return static_cast<uint32_t>(RegOpenKeyExW(parent, path.c_str(), 0, access, key.put()));
+REGSAM accessMask(KeyAccess access) {
+  return (has(access, KeyAccess::Read) ? KEY_QUERY_VALUE : 0) | (has(access, KeyAccess::Write) ? KEY_SET_VALUE : 0) |
+         (has(access, KeyAccess::Enumerate) ? KEY_ENUMERATE_SUB_KEYS : 0);
 }
 
-uint32_t createKey(HKEY parent, const std::wstring& path, bool isVolatile) {
+// A key's name for a what-if run's descriptions: a root's own name, or the
+// name a key the program opened was remembered by.
+std::wstring keyName(KeyParent parent) {
+  static constexpr const wchar_t* kRoots[] = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_USER", L"HKEY_LOCAL_MACHINE",
+                                               L"HKEY_USERS", L"HKEY_CURRENT_CONFIG"};
+  for (size_t i = 0; i < std::size(kRoots); ++i)
+    if (parent.handle() == rootKeyValue(static_cast<RootKey>(i))) return kRoots[i];
+  return handleName(parent.handle());
+}
+
+std::wstring below(KeyParent parent, const std::wstring& path) { return keyName(parent) + L"\\" + path; }
+
+}  // namespace
+
+uint32_t openKey(KeyParent parent, const std::wstring& path, KeyAccess access, UniqueKey& key) {
+  if (const uint32_t error = injectedFault(Call::RegistryOpen)) {
+    key.reset();  // as a failed open leaves it
+    return error;
+  }
+  HKEY opened = nullptr;
+  const LSTATUS status = RegOpenKeyExW(hkey(parent), path.c_str(), 0, accessMask(access), &opened);
+  key.reset(opened);
+  nameHandle(opened, below(parent, path));
+  return static_cast<uint32_t>(status);
+}
+
+uint32_t createKey(KeyParent parent, const std::wstring& path, bool isVolatile) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
-  UniqueKey key;
+  if (whatIf()) {
+    UniqueKey existing;
+    if (openKey(parent, path, KeyAccess::Read, existing) == 0) return 0;  // there already: no change
+    return wouldChange(Call::RegistryKey, L"create key " + below(parent, path));
+  }
+  HKEY created = nullptr;
   const DWORD options = isVolatile ? REG_OPTION_VOLATILE : REG_OPTION_NON_VOLATILE;
   DWORD disposition = 0;
   const auto status = static_cast<uint32_t>(
-      RegCreateKeyExW(parent, path.c_str(), 0, nullptr, options, 0, nullptr, key.put(), &disposition));
+      RegCreateKeyExW(hkey(parent), path.c_str(), 0, nullptr, options, 0, nullptr, &created, &disposition));
+  const UniqueKey key(created);
   // Finding the key there already changes nothing.
   return status == 0 && disposition == REG_OPENED_EXISTING_KEY ? 0 : noteChange(status);
 }
 
-uint32_t deleteKey(HKEY parent, const std::wstring& path) {
+uint32_t deleteKey(KeyParent parent, const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
-  return noteChange(static_cast<uint32_t>(RegDeleteKeyW(parent, path.c_str())));
+  if (whatIf()) return wouldChange(Call::RegistryKey, L"delete key " + below(parent, path));
+  return noteChange(static_cast<uint32_t>(RegDeleteKeyW(hkey(parent), path.c_str())));
 }
 
-uint32_t queryValue(HKEY key, const std::wstring& name, RegistryData& data) {
+uint32_t queryValue(const UniqueKey& opened, const std::wstring& name, RegistryData& data) {
+  const HKEY key = hkey(opened);
   DWORD size = 0;
+  if (const uint32_t error = injectedFault(Call::RegistryQuery)) return error;
   LSTATUS status = RegQueryValueExW(key, name.c_str(), nullptr, nullptr, nullptr, &size);
   if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
   data.bytes.assign(size, 0);
   DWORD type = 0;
+  if (const uint32_t error = injectedFault(Call::RegistryQuery)) return error;
   status = RegQueryValueExW(key, name.c_str(), nullptr, &type, data.bytes.data(), &size);
   if (status != ERROR_SUCCESS) return static_cast<uint32_t>(status);
-  data.type = type;
+  data.type = static_cast<ValueType>(type);
   data.bytes.resize(size);
   return 0;
 }
 
-uint32_t setValue(HKEY key, const std::wstring& name, uint32_t type, const std::vector<uint8_t>& bytes) {
+uint32_t setValue(const UniqueKey& key, const std::wstring& name, ValueType type, const std::vector<uint8_t>& bytes) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return noteChange(static_cast<uint32_t>(
-      RegSetValueExW(key, name.c_str(), 0, type, bytes.data(), static_cast<DWORD>(bytes.size()))));
+  if (whatIf())
+    return wouldChange(Call::RegistryWrite, L"set value " + below(key, name) + L" (type " +
+                                                std::to_wstring(static_cast<uint32_t>(type)) + L", " +
+                                                std::to_wstring(bytes.size()) + L" bytes)");
+  return noteChange(static_cast<uint32_t>(RegSetValueExW(hkey(key), name.c_str(), 0, static_cast<DWORD>(type),
+                                                         bytes.data(), static_cast<DWORD>(bytes.size()))));
 }
 
-uint32_t deleteValue(HKEY key, const std::wstring& name) {
+uint32_t deleteValue(const UniqueKey& key, const std::wstring& name) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  return noteChange(static_cast<uint32_t>(RegDeleteValueW(key, name.c_str())));
+  if (whatIf()) return wouldChange(Call::RegistryWrite, L"delete value " + below(key, name));
+  return noteChange(static_cast<uint32_t>(RegDeleteValueW(hkey(key), name.c_str())));
 }
 
-uint32_t subkeyNames(HKEY key, std::vector<std::wstring>& names) {
+uint32_t subkeyNames(const UniqueKey& opened, std::vector<std::wstring>& names) {
+  const HKEY key = hkey(opened);
   return collectNames(kKeyNameBuffer, names, [key](DWORD index, wchar_t* buffer, DWORD* length) {
     return RegEnumKeyExW(key, index, buffer, length, nullptr, nullptr, nullptr, nullptr);
   });
 }
 
-uint32_t valueNames(HKEY key, std::vector<std::wstring>& names) {
+uint32_t valueNames(const UniqueKey& opened, std::vector<std::wstring>& names) {
+  const HKEY key = hkey(opened);
   return collectNames(kValueNameBuffer, names, [key](DWORD index, wchar_t* buffer, DWORD* length) {
     return RegEnumValueW(key, index, buffer, length, nullptr, nullptr, nullptr, nullptr);
   });

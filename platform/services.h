@@ -6,18 +6,36 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/flags.h"
 #include "platform/owned.h"
 
 namespace platform {
 
-uint32_t openServiceManager(uint32_t access, UniqueServiceHandle& manager);
-uint32_t openService(const UniqueServiceHandle& manager, const std::wstring& name, uint32_t access,
+// What the manager is opened for: only connecting, listing services, creating one.
+enum class ManagerAccess : uint8_t { Connect, Enumerate, Create };
+// What a service is opened for.
+enum class ServiceAccess : uint8_t { QueryStatus = 1, Start = 2, Stop = 4, Delete = 8 };
+template <>
+inline constexpr bool kIsFlagSet<ServiceAccess> = true;
+// A service's current state, with the manager's codes.
+enum class ServiceState : uint32_t {
+  Unknown = 0,
+  Stopped = 1,
+  StartPending = 2,
+  StopPending = 3,
+  Running = 4,
+  ContinuePending = 5,
+  PausePending = 6,
+  Paused = 7
+};
+
+uint32_t openServiceManager(ManagerAccess access, UniqueServiceHandle& manager);
+uint32_t openService(const UniqueServiceHandle& manager, const std::wstring& name, ServiceAccess access,
                      UniqueServiceHandle& service);
-// The service's current state (SERVICE_RUNNING, SERVICE_STOPPED, ...).
-uint32_t queryServiceState(const UniqueServiceHandle& service, uint32_t& state);
+uint32_t queryServiceState(const UniqueServiceHandle& service, ServiceState& state);
 // Asks the manager to start the service, without arguments.
 uint32_t startService(const UniqueServiceHandle& service);
-// Sends SERVICE_CONTROL_STOP.
+// Asks the service to stop.
 uint32_t stopService(const UniqueServiceHandle& service);
 // Deletes the service, or marks it for deletion while it runs.
 uint32_t deleteService(const UniqueServiceHandle& service);

@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "platform/injected_error.h"
 #include "platform/owned.h"
 #include "platform/system_library.h"
 
@@ -61,6 +62,7 @@ constexpr DWORD kEmbeddedFlags = WTD_CACHE_ONLY_URL_RETRIEVAL | WTD_HASH_ONLY_FL
 constexpr DWORD kCatalogFlags = WTD_CACHE_ONLY_URL_RETRIEVAL | WTD_SAFER_FLAG;       // 0x1100
 
 LONG verify(WINTRUST_DATA& data) {
+  if (failedOnPurpose(Call::Signature)) return static_cast<LONG>(GetLastError());
   GUID action = WINTRUST_ACTION_GENERIC_VERIFY_V2;
   data.cbStruct = sizeof data;
   data.dwUIChoice = WTD_UI_NONE;
@@ -82,6 +84,11 @@ class CatalogWalk {
   HCATINFO current() const { return catalog_; }
   // Passing the current catalog as the previous one releases it and hands back the next.
   void advance() {
+    if (failedOnPurpose(Call::Signature)) {  // the walk ends, as when no catalog is left
+      if (catalog_) wintrust().releaseCatalog(admin_, catalog_, 0);
+      catalog_ = nullptr;
+      return;
+    }
     catalog_ = wintrust().enumCatalog(admin_, hash_.data(), static_cast<DWORD>(hash_.size()), 0,
                                                 catalog_ ? &catalog_ : nullptr);
   }
@@ -109,17 +116,21 @@ bool hasEmbeddedSignature(const std::wstring& path) {
 bool isSignedInCatalog(const std::wstring& path) {
   const Wintrust& calls = wintrust();
   if (!calls.loaded()) return false;
+  if (failedOnPurpose(Call::Open)) return false;
   UniqueHandle file(
       CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.valid()) return false;
   DWORD size = 0;
+  if (failedOnPurpose(Call::Signature)) return false;
   if (!calls.calcHash(file.get(), &size, nullptr, 0) &&
       GetLastError() != ERROR_INSUFFICIENT_BUFFER)
     return false;
   std::vector<BYTE> hash(size);
-  if (size == 0 || !calls.calcHash(file.get(), &size, hash.data(), 0)) return false;
+  if (size == 0 || failedOnPurpose(Call::Signature) || !calls.calcHash(file.get(), &size, hash.data(), 0))
+    return false;
   hash.resize(size);
   UniqueCatalogAdmin admin;
+  if (failedOnPurpose(Call::Signature)) return false;
   if (!calls.acquireContext(admin.put(), nullptr, 0)) {
     admin.release();  // the failed call may leave anything behind
     return false;
@@ -127,7 +138,7 @@ bool isSignedInCatalog(const std::wstring& path) {
   for (CatalogWalk walk(admin.get(), hash); walk.current(); walk.advance()) {
     CATALOG_INFO info{};
     info.cbStruct = sizeof info;
-    if (!calls.catalogInfo(walk.current(), &info, 0)) break;
+    if (failedOnPurpose(Call::Signature) || !calls.catalogInfo(walk.current(), &info, 0)) break;
     WINTRUST_CATALOG_INFO member{};
     member.cbStruct = sizeof member;
     member.pcwszCatalogFilePath = info.wszCatalogFile;

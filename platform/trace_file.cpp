@@ -10,6 +10,7 @@ namespace platform {
 
 uint32_t TraceFile::open(const std::wstring& path) {
   file_.reset();
+  if (const uint32_t error = injectedFault(Call::Create)) return error;
   SetLastError(0);
   file_.reset(_wfsopen(path.c_str(), L"at, ccs=UTF-8", _SH_DENYWR));
   return file_ ? 0 : lastErrorOr(ERROR_FILE_NOT_FOUND);

@@ -7,7 +7,9 @@
 # input. At the smallest sizes the differences are within the noise.
 #  - expansion of a 10 KB / 100 KB / 1 MB attribute: plain text, references to
 #    a variable, unknown names (each looked up in the environment), nested
-#    indexed references %a[%a[...1...]%]%, and an unterminated run of %[;
+#    indexed references %a[%a[...1...]%]% (every level found), the same
+#    nesting around x (every level misses: a[x] does not exist), and an
+#    unterminated run of %[;
 #  - a for loop over 1,000 / 10,000 / 100,000 items;
 #  - preparation, run and release of handlers nested 1,000 / 10,000 / 100,000
 #    levels deep;
@@ -34,6 +36,7 @@ for size, tag in ((10_000, "10k"), (100_000, "100k"), (1_000_000, "1m")):
         "variables": "%v%" * (size // 3),
         "unknown": "%unknown%" * (size // 9),
         "nested": "%a[" * (size // 5) + "1" + "]%" * (size // 5),
+        "missing": "%a[" * (size // 5) + "x" + "]%" * (size // 5),
         "unterminated": "%[" * (size // 2),
     }
     for kind, text in texts.items():
@@ -92,7 +95,7 @@ report() {
 }
 
 echo "sizes 10 KB, 100 KB, 1 MB (for: 1,000, 10,000, 100,000 items; nesting: that many levels)"
-for kind in plain variables unknown nested unterminated; do
+for kind in plain variables unknown nested missing unterminated; do
   report "expansion, $kind" "$kind-10k.xml" "$kind-100k.xml" "$kind-1m.xml"
 done
 report "for loop" for-10k.xml for-100k.xml for-1m.xml

@@ -2,6 +2,7 @@
 
 #include "engine/log.h"
 #include "engine/run_record.h"
+#include "engine/what_if.h"
 #include "platform/clock.h"
 #include "functions/base/functions.h"
 
@@ -15,6 +16,7 @@ const Parameters& FunctionExit::parameters() {
 void FunctionExit::execute() {
   engine::log(L"Exit function called with exitcode %d", code_);
   engine::recordFunctionEnd(*this, platform::tickCount(), false);
+  engine::summarizeWhatIf();
   engine::recordRunEnd(code_);
   std::exit(code_);  // the runtime flushes and closes open streams, the trace file included
 }

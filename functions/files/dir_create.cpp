@@ -1,7 +1,6 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 
 namespace api::files {
@@ -17,7 +16,7 @@ void FunctionDirCreate::execute() {
   const std::wstring path = expand(path_);
   engine::log(L"dirCreate function called for %s", path.c_str());
   const uint32_t error = platform::createDirectory(path);
-  if (error != 0 && error != ERROR_ALREADY_EXISTS) fail(error);
+  if (error != 0 && error != platform::kErrorAlreadyExists) fail(error);
   logEnd();
 }
 

@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/detail/each_entry.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/path.h"
 
@@ -22,7 +21,7 @@ void FunctionFileCopyPattern::execute() {
   engine::log(L"fileCopyPattern from '%s' to '%s'. FailIfExists: %d. SkipErrors: %d", src.c_str(), dest.c_str(),
               failIfExists_, ignoreErrors_);
   if (!platform::pathExists(dest)) {
-    fail(ERROR_PATH_NOT_FOUND);
+    fail(platform::kErrorPathNotFound);
     logEnd();
     return;
   }

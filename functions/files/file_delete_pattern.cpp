@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/detail/each_entry.h"
 #include "functions/files/detail/file_delete.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/path.h"
 
@@ -30,7 +29,7 @@ void FunctionFileDeletePattern::execute() {
   const std::wstring directory = platform::parentPath(path), listed = listedDirectory(path);
   const DeleteOptions options{ignoreErrors_, renameIfFails_, afterRebootIfFails_};
   // No match at all is nothing to do.
-  uint32_t firstError = list.valid() || list.error() == ERROR_FILE_NOT_FOUND ? 0 : list.error();
+  uint32_t firstError = list.valid() || list.error() == platform::kErrorFileNotFound ? 0 : list.error();
   if (list.valid()) {
     firstError = forEachEntry(list, ignoreErrors_, [&](const platform::DirectoryListing& entry) -> uint32_t {
       const uint32_t code = deleteFile(platform::joinPath(listed, entry.name()), entry.attributes(), options);

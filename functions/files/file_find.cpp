@@ -1,11 +1,10 @@
-#include <windows.h>
-
 #include <vector>
 
 #include "engine/log.h"
 #include "functions/files/detail/delimited_list.h"
 #include "functions/files/functions.h"
 #include "platform/directory_listing.h"
+#include "platform/errors.h"
 #include "platform/path.h"
 
 namespace api::files {
@@ -68,7 +67,7 @@ void FunctionFileFind::execute() {
   std::vector<std::wstring> found;
   const uint32_t error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);
   variables().set(var_, joinDelimited(found, delim_));
-  if (error != 0 && error != ERROR_FILE_NOT_FOUND && error != ERROR_NO_MORE_FILES) fail(error);
+  if (error != 0 && error != platform::kErrorFileNotFound && error != platform::kErrorNoMoreFiles) fail(error);
   logEnd(tag);
 }
 

@@ -1,7 +1,6 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/functions.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 
 namespace api::files {
@@ -22,16 +21,17 @@ void FunctionFileMoveSingle::execute() {
   engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(), failIfExists_,
               afterReboot_);
   if (!platform::pathExists(src)) {
-    fail(ERROR_NOT_FOUND);
+    fail(platform::kErrorNotFound);
   } else {
     const bool directory = platform::isDirectory(src);
     const bool sameRoot = platform::sameRoot(src, dest);
     if (directory && !sameRoot) {
-      fail(ERROR_NOT_SAME_DEVICE);
+      fail(platform::kErrorNotSameDevice);
     } else {
-      DWORD flags = afterReboot_ ? MOVEFILE_DELAY_UNTIL_REBOOT : MOVEFILE_WRITE_THROUGH;
-      if (!directory && !afterReboot_ && !sameRoot) flags |= MOVEFILE_COPY_ALLOWED;
-      if (!directory && !failIfExists_) flags |= MOVEFILE_REPLACE_EXISTING;
+      using platform::MoveFlags;
+      MoveFlags flags = afterReboot_ ? MoveFlags::AtRestart : MoveFlags::None;
+      if (!directory && !afterReboot_ && !sameRoot) flags = flags | MoveFlags::AllowCopy;
+      if (!directory && !failIfExists_) flags = flags | MoveFlags::ReplaceExisting;
       if (const uint32_t error = platform::moveFile(src, dest, flags)) fail(error);
     }
   }

@@ -7,6 +7,7 @@
 
 #include "engine/function.h"
 #include "engine/registry.h"
+#include "platform/errors.h"
 
 namespace api::processes {
 
@@ -18,7 +19,7 @@ using engine::Parameters;
 // that ran out) reads "timeout", any other code is the error text.
 class ProcessFunction : public FunctionRetError {
  protected:
-  static constexpr uint32_t kWaitTimeout = 258;
+  static constexpr uint32_t kWaitTimeout = platform::kErrorWaitTimeout;
 
   // Records the outcome and logs the end line (under `tag`, else the function's own).
   void end(uint32_t code, const wchar_t* tag = nullptr) {

@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include <string>
 
 #include "engine/log.h"
 #include "functions/processes/functions.h"
+#include "platform/errors.h"
 #include "platform/library.h"
 #include "platform/text.h"
 
@@ -32,7 +31,7 @@ void FunctionProcessEntrypoint::execute() {
   if (call.crashed) {
     engine::log(L"ProcessEntrypoint DLL %s crashed in function '%hs' with arguments '%s;%d'", path.c_str(),
                 entryPoint.c_str(), text.c_str(), integer_);
-    call.code = ERROR_GEN_FAILURE;
+    call.code = platform::kErrorGenFailure;
   }
   end(call.code, L"ProcessEntrypoint");
 }

@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <optional>
 #include <string>
 
@@ -7,6 +5,7 @@
 #include "functions/processes/detail/impersonation.h"
 #include "functions/processes/detail/password.h"
 #include "functions/processes/functions.h"
+#include "platform/errors.h"
 #include "platform/impersonation.h"
 
 namespace api::processes {
@@ -28,7 +27,7 @@ void FunctionProcessImpersonateUser::execute() {
   engine::log(L"processImpersonateUser function called for '%s\\%s'", domain.c_str(), user.c_str());
   if (encrypted_) password = detail::decipherPassword(*password);
   if (!password) {
-    end(ERROR_DECRYPTION_FAILED);  // no logon is tried
+    end(platform::kErrorDecryptionFailed);  // no logon is tried
     return;
   }
   platform::UniqueToken token;

@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <vector>
 
@@ -7,6 +5,7 @@
 #include "functions/processes/detail/process_name.h"
 #include "functions/processes/functions.h"
 #include "platform/environment.h"
+#include "platform/errors.h"
 #include "platform/processes.h"
 
 namespace api::processes {
@@ -19,19 +18,19 @@ const Parameters& FunctionProcessKill::parameters() {
 namespace {
 
 // The interpreter's exit code when a processKill names the interpreter itself
-// (ERROR_PROCESS_ABORTED): a run cut short must not read as a success.
-constexpr uint32_t kEndedItselfExitCode = 1067;
+// (the process aborted): a run cut short must not read as a success.
+constexpr uint32_t kEndedItselfExitCode = platform::kErrorProcessAborted;
 
 // Ends one process with `exitCode`: 0, or the code of a termination that failed.
 // A process that cannot be opened is only logged.
 uint32_t endProcess(uint32_t id, const std::wstring& name, uint32_t exitCode) {
   uint32_t error = 0;
-  const platform::UniqueProcess process = platform::openProcessNamed(id, name, PROCESS_TERMINATE, error);
+  const platform::UniqueProcess process = platform::openProcessNamed(id, name, platform::ProcessAccess::Terminate, error);
   if (!process) {
     engine::log(L"Cannot open process with pid %d for kill. Error:%d", id, error);
     return 0;
   }
-  error = platform::terminateProcess(process.get(), exitCode);
+  error = platform::terminateProcess(process, exitCode);
   if (error != 0) engine::log(L"Cannot terminate process %d. Error:%d", id, error);
   return error;
 }

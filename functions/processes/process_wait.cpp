@@ -1,5 +1,3 @@
-#include <windows.h>
-
 #include <vector>
 
 #include "engine/log.h"
@@ -17,18 +15,17 @@ uint32_t waitForEach(const std::wstring& name, const std::vector<uint32_t>& ids,
   uint32_t code = 0;
   for (size_t next = 0; code == 0 && next < ids.size();) {
     std::vector<platform::UniqueProcess> batch;
-    std::vector<HANDLE> handles;
-    for (; next < ids.size() && handles.size() < MAXIMUM_WAIT_OBJECTS; ++next) {
+    for (; next < ids.size() && batch.size() < platform::kMaxWaitedProcesses; ++next) {
       uint32_t error = 0;
-      platform::UniqueProcess process = platform::openProcessNamed(ids[next], name, SYNCHRONIZE, error);
+      platform::UniqueProcess process =
+          platform::openProcessNamed(ids[next], name, platform::ProcessAccess::Wait, error);
       if (!process) {
         engine::log(L"Cannot open process with pid %d. Error:%d", ids[next], error);
         continue;
       }
-      handles.push_back(process.get());
       batch.push_back(std::move(process));
     }
-    if (!handles.empty()) code = platform::waitForAll(handles, milliseconds);
+    if (!batch.empty()) code = platform::waitForAll(batch, milliseconds);
   }
   return code;
 }

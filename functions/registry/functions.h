@@ -9,6 +9,7 @@
 #include "engine/function.h"
 #include "engine/registry.h"
 #include "functions/registry/detail/root_key.h"
+#include "platform/registry.h"
 
 namespace api::registry {
 
@@ -29,11 +30,13 @@ class KeyFunction : public Kind {
   }
 
  protected:
-  HKEY root() const { return detail::rootKey(root_); }
+  // The root as the log shows it: its predefined handle value.
+  void* root() const { return platform::rootKeyValue(root_); }
+  platform::RootKey rootKey() const { return root_; }
   std::wstring key() const { return this->expand(key_); }
 
  private:
-  detail::Root root_ = {};
+  platform::RootKey root_ = {};
   std::wstring key_;
 };
 
@@ -57,8 +60,8 @@ class NameList : public KeyErrorFunction {
 
  protected:
   // The access the listing needs, and the listing itself (0 or an error code).
-  virtual REGSAM access() const = 0;
-  virtual uint32_t list(HKEY key, std::vector<std::wstring>& names) const = 0;
+  virtual platform::KeyAccess access() const = 0;
+  virtual uint32_t list(const platform::UniqueKey& key, std::vector<std::wstring>& names) const = 0;
 
  private:
   std::wstring var_, delim_;
@@ -69,8 +72,8 @@ class FunctionRegGetKeys : public NameList {
   static const engine::TagDoc doc;
 
  protected:
-  REGSAM access() const override;
-  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
+  platform::KeyAccess access() const override;
+  uint32_t list(const platform::UniqueKey& key, std::vector<std::wstring>& names) const override;
 };
 
 class FunctionRegGetValues : public NameList {
@@ -78,8 +81,8 @@ class FunctionRegGetValues : public NameList {
   static const engine::TagDoc doc;
 
  protected:
-  REGSAM access() const override;
-  uint32_t list(HKEY key, std::vector<std::wstring>& names) const override;
+  platform::KeyAccess access() const override;
+  uint32_t list(const platform::UniqueKey& key, std::vector<std::wstring>& names) const override;
 };
 
 class FunctionRegWrite : public KeyErrorFunction {

@@ -16,7 +16,7 @@ void FunctionRegCreateKey::execute() {
   clearResult();
   const std::wstring key = this->key();
   engine::log(L"regCreateKey function called for %p\\%s", root(), key.c_str());
-  if (const uint32_t error = platform::createKey(root(), key, volatile_)) fail(error);
+  if (const uint32_t error = platform::createKey(rootKey(), key, volatile_)) fail(error);
   logEnd();
 }
 

@@ -1,5 +1,6 @@
 #include "engine/log.h"
 #include "functions/registry/functions.h"
+#include "platform/errors.h"
 #include "platform/registry.h"
 
 namespace api::registry {
@@ -7,16 +8,16 @@ namespace {
 
 // Deletes parent\name with everything below it, children first, logging each
 // key as it goes; the first failure ends the delete with its code.
-uint32_t deleteTree(HKEY parent, const std::wstring& name) {
+uint32_t deleteTree(platform::KeyParent parent, const std::wstring& name) {
   platform::UniqueKey key;
-  if (platform::openKey(parent, name, KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, key) != 0) {
+  if (platform::openKey(parent, name, platform::KeyAccess::Read | platform::KeyAccess::Enumerate, key) != 0) {
     engine::log(L"Cannot enumerate registry keys for '%s'", name.c_str());
   } else {
     // The names are read first: deleting while enumerating would shift the indexes.
     std::vector<std::wstring> children;
-    if (const uint32_t error = platform::subkeyNames(key.get(), children)) return error;
+    if (const uint32_t error = platform::subkeyNames(key, children)) return error;
     for (const std::wstring& child : children)
-      if (const uint32_t error = deleteTree(key.get(), child)) return error;
+      if (const uint32_t error = deleteTree(key, child)) return error;
     key.reset();
   }
   engine::log(L"Deleting subkey '%s'", name.c_str());
@@ -32,8 +33,8 @@ void FunctionRegDeleteKey::execute() {
   // An empty key (a variable that expanded to nothing) would name the root
   // itself, and the delete would take everything below it.
   if (key.find_first_not_of(L'\\') == std::wstring::npos)
-    fail(ERROR_INVALID_PARAMETER);
-  else if (const uint32_t error = deleteTree(root(), key))
+    fail(platform::kErrorInvalidParameter);
+  else if (const uint32_t error = deleteTree(rootKey(), key))
     fail(error);
   logEnd();
 }

@@ -15,8 +15,8 @@ void FunctionRegDeleteValue::execute() {
   const std::wstring key = this->key(), value = expand(value_);
   engine::log(L"regDeleteValue function called for %p\\%s\\%s", root(), key.c_str(), value.c_str());
   platform::UniqueKey opened;
-  uint32_t error = platform::openKey(root(), key, KEY_SET_VALUE, opened);
-  if (error == 0) error = platform::deleteValue(opened.get(), value);
+  uint32_t error = platform::openKey(rootKey(), key, platform::KeyAccess::Write, opened);
+  if (error == 0) error = platform::deleteValue(opened, value);
   if (error != 0) fail(error);
   logEnd();
 }

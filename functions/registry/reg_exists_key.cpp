@@ -9,7 +9,7 @@ void FunctionRegExistsKey::execute() {
   const std::wstring key = this->key();
   engine::log(L"regExistsKey function called for %p\\%s", root(), key.c_str());
   platform::UniqueKey opened;
-  finish(platform::openKey(root(), key, KEY_QUERY_VALUE, opened) == 0);
+  finish(platform::openKey(rootKey(), key, platform::KeyAccess::Read, opened) == 0);
 }
 
 const engine::TagDoc FunctionRegExistsKey::doc{

@@ -3,9 +3,9 @@
 
 namespace api::registry {
 
-REGSAM FunctionRegGetKeys::access() const { return KEY_ENUMERATE_SUB_KEYS; }
+platform::KeyAccess FunctionRegGetKeys::access() const { return platform::KeyAccess::Enumerate; }
 
-uint32_t FunctionRegGetKeys::list(HKEY key, std::vector<std::wstring>& names) const {
+uint32_t FunctionRegGetKeys::list(const platform::UniqueKey& key, std::vector<std::wstring>& names) const {
   return platform::subkeyNames(key, names);
 }
 

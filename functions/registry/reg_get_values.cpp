@@ -3,9 +3,9 @@
 
 namespace api::registry {
 
-REGSAM FunctionRegGetValues::access() const { return KEY_QUERY_VALUE; }
+platform::KeyAccess FunctionRegGetValues::access() const { return platform::KeyAccess::Read; }
 
-uint32_t FunctionRegGetValues::list(HKEY key, std::vector<std::wstring>& names) const {
+uint32_t FunctionRegGetValues::list(const platform::UniqueKey& key, std::vector<std::wstring>& names) const {
   return platform::valueNames(key, names);
 }
 

@@ -24,8 +24,9 @@ bool FunctionRegWrite::readAttributes() {
 bool FunctionRegWrite::holds(const std::wstring& key, const std::wstring& value, const std::vector<uint8_t>& bytes) const {
   platform::UniqueKey reading;
   platform::RegistryData current;
-  return platform::openKey(root(), key, KEY_QUERY_VALUE, reading) == 0 &&
-         platform::queryValue(reading.get(), value, current) == 0 && current.type == type_ && current.bytes == bytes;
+  return platform::openKey(rootKey(), key, platform::KeyAccess::Read, reading) == 0 &&
+         platform::queryValue(reading, value, current) == 0 && static_cast<uint32_t>(current.type) == type_ &&
+         current.bytes == bytes;
 }
 
 // Writes into an existing key only: a missing key fails with the open's code.
@@ -36,10 +37,10 @@ void FunctionRegWrite::execute() {
               data.c_str(), type_);
   platform::UniqueKey opened;
   std::vector<uint8_t> bytes;
-  uint32_t error = platform::openKey(root(), key, KEY_SET_VALUE, opened);
+  uint32_t error = platform::openKey(rootKey(), key, platform::KeyAccess::Write, opened);
   if (error == 0) error = detail::textToData(type_, data, bytes);
   if (error == 0 && recording() && holds(key, value, bytes)) nothingChanged();
-  if (error == 0) error = platform::setValue(opened.get(), value, type_, bytes);
+  if (error == 0) error = platform::setValue(opened, value, static_cast<platform::ValueType>(type_), bytes);
   if (error != 0) fail(error);
   logEnd(L"RegWrite");
 }

@@ -7,6 +7,7 @@
 #include "engine/function.h"
 #include "engine/registry.h"
 #include "platform/owned.h"
+#include "platform/services.h"
 
 namespace api::services {
 
@@ -35,8 +36,8 @@ class ServiceStateChange : public ServiceFunction {
  public:
   // What the two functions differ in.
   struct Request {
-    uint32_t access;         // the right the request needs, besides querying
-    uint32_t awaitedState;   // SERVICE_RUNNING or SERVICE_STOPPED
+    platform::ServiceAccess access;       // the right the request needs, besides querying
+    platform::ServiceState awaitedState;  // Running or Stopped
     const wchar_t* already;  // the line when the service is in that state already
     const wchar_t* refused;  // the line when the request fails
     uint32_t (*send)(const UniqueServiceHandle&);

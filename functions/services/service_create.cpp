@@ -53,7 +53,7 @@ void FunctionServiceCreate::execute() {
   service.group = group_;
   service.dependencies = dependencyList(dependencies_);
   UniqueServiceHandle manager;
-  uint32_t error = platform::openServiceManager(SC_MANAGER_CREATE_SERVICE, manager);
+  uint32_t error = platform::openServiceManager(platform::ManagerAccess::Create, manager);
   if (error != 0) {
     error = failedTo(error, L"cannot open scm");
   } else if ((error = platform::createService(manager, service)) != 0) {

@@ -15,8 +15,9 @@ void FunctionServiceDelete::execute() {
 // deletion, and it goes once it stops.
 uint32_t FunctionServiceDelete::remove(const std::wstring& name) const {
   UniqueServiceHandle manager, service;
-  if (const uint32_t error = platform::openServiceManager(0, manager)) return failedTo(error, L"cannot open scm");
-  if (const uint32_t error = platform::openService(manager, name, DELETE, service))
+  if (const uint32_t error = platform::openServiceManager(platform::ManagerAccess::Connect, manager))
+    return failedTo(error, L"cannot open scm");
+  if (const uint32_t error = platform::openService(manager, name, platform::ServiceAccess::Delete, service))
     return failedTo(error, L"cannot open service");
   if (const uint32_t error = platform::deleteService(service)) return failedTo(error, L"failed");
   return 0;

@@ -4,8 +4,9 @@
 namespace api::services {
 
 namespace {
-constexpr ServiceStateChange::Request start = {SERVICE_START, SERVICE_RUNNING, L"service already started",
-                                               L"cannot start service", platform::startService};
+constexpr ServiceStateChange::Request start = {platform::ServiceAccess::Start, platform::ServiceState::Running,
+                                               L"service already started", L"cannot start service",
+                                               platform::startService};
 }  // namespace
 
 FunctionServiceStart::FunctionServiceStart() : ServiceStateChange(start) {}

@@ -4,8 +4,9 @@
 namespace api::services {
 
 namespace {
-constexpr ServiceStateChange::Request stop = {SERVICE_STOP, SERVICE_STOPPED, L"service already stopped",
-                                              L"cannot stop service", platform::stopService};
+constexpr ServiceStateChange::Request stop = {platform::ServiceAccess::Stop, platform::ServiceState::Stopped,
+                                              L"service already stopped", L"cannot stop service",
+                                              platform::stopService};
 }  // namespace
 
 FunctionServiceStop::FunctionServiceStop() : ServiceStateChange(stop) {}

@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -24,11 +23,11 @@ uint32_t addChild(engine::HandleTable& handles, const std::wstring& handle, cons
                   const std::wstring& data, const std::wstring& before, const std::wstring& after,
                   const std::wstring& cdata) {
   std::unique_ptr<TiXmlElement> child = COVTinyXml::parseFragment(platform::toUtf8(data));
-  if (!child) return ERROR_INVALID_DATA;
+  if (!child) return platform::kErrorInvalidData;
   if (!cdata.empty()) {
     const std::string text = platform::toUtf8(cdata);
     // A CDATA section cannot hold its own end marker.
-    if (text.find("]]>") != std::string::npos) return ERROR_INVALID_DATA;
+    if (text.find("]]>") != std::string::npos) return platform::kErrorInvalidData;
     auto section = std::make_unique<TiXmlText>(text);
     section->SetCDATA(true);
     child->LinkEndChild(section.release());
@@ -38,8 +37,8 @@ uint32_t addChild(engine::HandleTable& handles, const std::wstring& handle, cons
   const std::string parentPath = platform::toUtf8(xpath);
   TiXmlNode* found = COVTinyXml::findNode(*context.element, &parentPath);
   TiXmlElement* parent = found ? found->ToElement() : nullptr;
-  if (!parent) return ERROR_PATH_NOT_FOUND;
-  if (!COVTinyXml::fitsBelow(*parent, *child)) return ERROR_INVALID_DATA;
+  if (!parent) return platform::kErrorPathNotFound;
+  if (!COVTinyXml::fitsBelow(*parent, *child)) return platform::kErrorInvalidData;
   if (TiXmlNode* next = siblingIn(*parent, *context.element, before))
     parent->InsertBeforeChild(next, *child);
   else if (TiXmlNode* previous = siblingIn(*parent, *context.element, after))

@@ -1,9 +1,9 @@
 #include <memory>
-#include <windows.h>
 
 #include "engine/log.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -29,7 +29,7 @@ void FunctionXmlGetElement::execute() {
     if (TiXmlElement* element = node ? node->ToElement() : nullptr)
       handles().store(destHandle_, std::make_unique<XmlElementHandle>(*element, *context.held), XmlElementHandle::kind);
     else
-      fail(ERROR_PATH_NOT_FOUND);
+      fail(platform::kErrorPathNotFound);
   }
   logEnd(L"xmlGetValue");
 }

@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -24,7 +23,7 @@ void FunctionXmlGetValue::execute() {
   } else if (auto value = COVTinyXml::evaluateToString(*context.element, platform::toUtf8(xpath))) {
     variables().set(var_, platform::fromUtf8(*value));
   } else {
-    fail(ERROR_PATH_NOT_FOUND);
+    fail(platform::kErrorPathNotFound);
   }
   logEnd();
 }

@@ -1,10 +1,10 @@
 #include <memory>
-#include <windows.h>
 
 #include "engine/log.h"
 #include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
 #include "platform/error_text.h"
+#include "platform/errors.h"
 
 namespace api::xml {
 
@@ -25,7 +25,7 @@ void FunctionXmlOpen::execute() {
   if (document->load(path.c_str()))
     handles().store(handle_, std::move(document), COVTinyXml::kind);
   else
-    fail(platform::lastErrorOr(ERROR_FILE_NOT_FOUND));
+    fail(platform::lastErrorOr(platform::kErrorFileNotFound));
   logEnd();
 }
 

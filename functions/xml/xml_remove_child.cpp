@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -24,7 +23,7 @@ void FunctionXmlRemoveChild::execute() {
     const std::string expression = platform::toUtf8(xpath);
     TiXmlNode* node = COVTinyXml::findNode(*context.element, &expression);
     if (!node || !node->Parent()) {
-      fail(ERROR_NOT_FOUND);
+      fail(platform::kErrorNotFound);
     } else {
       context.held->dropSubtree(*node);
       node->Parent()->RemoveChild(node);

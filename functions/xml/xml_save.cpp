@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/xml/detail/cov_tiny_xml.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 
 namespace api::xml {
 
@@ -21,7 +20,7 @@ void FunctionXmlSave::execute() {
   engine::log(L"xmlSave in '%s'.handle: %s", path.c_str(), handle_.c_str());
   COVTinyXml* document = handles().findAs<COVTinyXml>(handle_);
   if (!document)
-    fail(ERROR_INVALID_HANDLE);
+    fail(platform::kErrorInvalidHandle);
   else if (!document->save(path.empty() ? nullptr : path.c_str()))
     fail(document->saveError());
   logEnd();

@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/xml/detail/context.h"
 #include "functions/xml/functions.h"
+#include "platform/errors.h"
 #include "platform/text.h"
 
 namespace api::xml {
@@ -22,7 +21,7 @@ void FunctionXmlSetValue::execute() {
   if (const uint32_t error = findContext(handles(), handle_, context))
     fail(error);
   else if (!COVTinyXml::setValue(*context.element, platform::toUtf8(xpath), platform::toUtf8(value), *context.held))
-    fail(ERROR_NOT_FOUND);
+    fail(platform::kErrorNotFound);
   logEnd();
 }
 

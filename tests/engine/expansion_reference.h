@@ -25,6 +25,11 @@ class FakeSource : public engine::ExpansionSource {
   std::optional<std::wstring_view> element(std::wstring_view base, const std::wstring& index) override {
     return hasCollection(base) ? find(elements_, index) : std::nullopt;
   }
+  bool hasIndexStartingWith(std::wstring_view base, const std::wstring& prefix) override {
+    if (!hasCollection(base)) return false;
+    auto it = elements_.lower_bound(prefix);
+    return it != elements_.end() && it->first.compare(0, prefix.size(), prefix) == 0;
+  }
   std::wstring random() override { return L"R"; }
   std::optional<std::wstring> environment(std::wstring_view reference) override {
     const std::wstring_view name = reference.substr(1, reference.size() - 2);

@@ -56,6 +56,20 @@ TEST(OnePassExpansion, DeepNestingNeedsNoRecursion) {
   EXPECT_EQ(engine::expandReferences(open, source), open);
 }
 
+// Nesting whose every index misses: long enough that the indexes are given up
+// without asking the environment, except where it could answer otherwise (an
+// environment variable, a failing name, a path separator, a name of dots).
+TEST(OnePassExpansion, IndexesThatMissAgreeAndStayLinear) {
+  reference::FakeSource source;
+  for (const wchar_t* inner : {L"x", L"%e%", L"%1x%", L"a\\b", L"c:d", L"1", L"%c[1]%"})
+    for (const wchar_t* level : {L"%c[", L"%c[%e%", L"%c[.. ", L"%c[%x%%"}) {
+      const std::wstring text = repeated(level, 120) + inner + repeated(L"]%", 120);
+      EXPECT_EQ(engine::expandReferences(text, source), reference::expand(text, source)) << text.substr(0, 40);
+    }
+  const std::wstring deep = repeated(L"%c[", 200000) + L"x" + repeated(L"]%", 200000);
+  EXPECT_EQ(engine::expandReferences(deep, source), deep);
+}
+
 TEST(OnePassExpansion, SingleReferenceIsTheWholeText) {
   EXPECT_TRUE(engine::isSingleReference(L"%a%"));
   EXPECT_TRUE(engine::isSingleReference(L"%list[%i%]%"));

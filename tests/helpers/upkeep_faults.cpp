@@ -1,10 +1,17 @@
 // upkeep-faults.exe: the interpreter with system calls that fail on purpose,
 // for script cases that test failure paths a healthy system never takes.
-//   upkeep-faults.exe [--fail <call>:<nth>:<error>]... [--max-allocation <bytes>] <upkeep.exe arguments>
-// From its nth call on, <call> (see platform/fault.h: write, flush, replace,
-// copy, delete, trace, ...) fails with the Windows error code <error>:
+//   upkeep-faults.exe [--fail <call>:<nth>:<error>]... [--max-allocation <bytes>] [--count-calls]
+//                     <upkeep.exe arguments>
+// From its nth call on, <call> (a kind of platform/fault.h: write, read,
+// regopen, svcstart, ...) fails with the Windows error code <error>:
 //   upkeep-faults.exe --fail write:2:112 /file script.xml
+// An unknown call, or a fault not written <call>:<nth>:<error> with nth and
+// error above 0, is refused before anything runs: a line on standard error
+// that names the known calls, and exit code 99.
 // --max-allocation makes every larger allocation fail as when memory runs out.
+// --count-calls prints, on standard output after everything the run wrote
+// there (also when the script ends with <exit>), one line per kind with the
+// calls the seam was asked about: "calls: write 12".
 // Scripts also get one more function, <handleCount var="name"/>, which stores
 // the number of handles the process holds.
 #include <windows.h>
@@ -27,6 +34,33 @@
 namespace {
 
 size_t maxAllocation = 0;  // 0: no limit
+constexpr int kRefused = 99;
+
+void printCallCounts() {
+  for (size_t i = 0; i < static_cast<size_t>(platform::Call::Count); ++i) {
+    const auto call = static_cast<platform::Call>(i);
+    const std::string name(platform::callName(call));
+    std::fprintf(stdout, "calls: %s %u\n", name.c_str(), platform::callCount(call));
+  }
+  std::fflush(stdout);
+}
+
+// Arms the fault, or says why it cannot and which calls there are.
+bool armFault(const std::wstring& spec) {
+  const std::string text = platform::toUtf8(spec);
+  if (platform::failCallFromText(text)) return true;
+  const std::string name = text.substr(0, text.find(':'));
+  if (platform::callNamed(name))
+    std::fprintf(stderr, "upkeep-faults: not a fault: %s (write <call>:<nth>:<error>, nth and error above 0)\n",
+                 text.c_str());
+  else
+    std::fprintf(stderr, "upkeep-faults: unknown call '%s' in --fail %s\n", name.c_str(), text.c_str());
+  std::string known;
+  for (size_t i = 0; i < static_cast<size_t>(platform::Call::Count); ++i)
+    known.append(" ").append(platform::callName(static_cast<platform::Call>(i)));
+  std::fprintf(stderr, "known calls:%s\n", known.c_str());
+  return false;
+}
 
 // The handles this process holds, from the system's handle list (Wine has no
 // GetProcessHandleCount). 0 when the list cannot be had.
@@ -91,19 +125,21 @@ void operator delete(void* block, size_t) noexcept { std::free(block); }
 int wmain(int argc, wchar_t** argv) {
   platform::restrictLibrarySearch();
   std::vector<wchar_t*> rest{argv[0]};
+  bool countCalls = false;
   int i = 1;
-  for (; i + 1 < argc; i += 2) {
-    if (std::wcscmp(argv[i], L"--max-allocation") == 0) {
-      maxAllocation = std::wcstoull(argv[i + 1], nullptr, 10);
+  for (; i < argc; ++i) {
+    if (std::wcscmp(argv[i], L"--count-calls") == 0) {
+      countCalls = true;
     } else if (std::wcscmp(argv[i], L"--fail") == 0) {
-      if (!platform::failCallFromText(platform::toUtf8(argv[i + 1]))) {
-        std::fprintf(stderr, "upkeep-faults: not a fault: %ls\n", argv[i + 1]);
-        return 99;
-      }
+      if (!armFault(i + 1 < argc ? argv[++i] : L"")) return kRefused;
+    } else if (std::wcscmp(argv[i], L"--max-allocation") == 0 && i + 1 < argc) {
+      maxAllocation = std::wcstoull(argv[++i], nullptr, 10);
     } else {
       break;
     }
   }
+  // Runs after the run's own output, whichever way the run ends.
+  if (countCalls) std::atexit(printCallCounts);
   rest.insert(rest.end(), argv + i, argv + argc);
   engine::FunctionRegistry registry = api::makeFunctionRegistry();
   registry.add(engine::tag<FunctionHandleCount>(L"handleCount"));

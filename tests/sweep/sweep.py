@@ -42,6 +42,8 @@ SCRIPT_EXITS = {0, 1}
 LOAD_EXITS = {253, 252}  # -3, -4: the script itself could not be read or prepared
 # Kinds whose failure keeps the script's roll-back from removing its service.
 SERVICE_KEEPERS = {"scm", "svcopen", "svccontrol", "svcdelete"}
+# Kinds whose failure keeps the script from finding or ending the child it started.
+CHILD_KEEPERS = {"snapshot", "terminate"}
 # An expansion that cannot reach the environment leaves the name as written,
 # as for an unknown name: what fails then is the function that used the text.
 UNNAMED = {"environment"}
@@ -52,9 +54,12 @@ class Target:
     every run (name -> bytes, or a helper program's name for a copy), `ignore`
     matches files the run may leave that are not the script's edits."""
 
-    def __init__(self, name, files, args="/file script.xml", registry=False, service=False, ignore=None):
+    def __init__(self, name, files, args="/file script.xml", registry=False, service=False, ignore=None,
+                 serial=False, known=()):
         self.name, self.files, self.args = name, files, args
-        self.registry, self.service = registry, service
+        self.registry, self.service, self.serial = registry, service, serial
+        # kind -> the start of a problem that is known: reported, not failed
+        self.known = dict(known)
         self.ignore = re.compile(ignore) if ignore else None
 
 
@@ -70,14 +75,20 @@ TARGETS = [
     Target("json", {"settings.json": SETTINGS_JSON}),
     Target("xml", {"config.xml": CONFIG_XML}),
     Target("ini", {"app.ini": b"[app]\r\nversion=1.0\r\n"}),
-    Target("text_file", {"out.txt": b"old content\r\n"}),
+    # A text file is written line by line: a failed line leaves the lines before it.
+    Target("text_file", {"out.txt": b"old content\r\n"}, known={"write": "file out.txt is neither"}),
     Target("registry", {}, registry=True),
     Target("files", {"src/a.txt": b"a", "src/b.txt": b"b" * 70000, "src/sub/c.txt": b"c",
                      "src/sub/deeper/d.txt": b"d", "dest/a.txt": b"old a", "move_me.txt": b"m",
                      "trash/x.tmp": b"x", "trash/y.tmp": b"y", "old_tree/f1": b"1", "old_tree/sub/f2": b"2",
-                     "old_tree/sub/deeper/f3": b"3", "pattern/keep.txt": b"k"}),
-    Target("processes", {"child.exe": "child.exe", "entry_points.dll": "entry_points.dll"},
-           ignore=r"child\.\d+\.(start|end)$"),
+                     "old_tree/sub/deeper/f3": b"3", "pattern/keep.txt": b"k"},
+           # A failed listing or attribute read can end a function with the code of what
+           # it then could not find (1168, 3) instead of the read's own.
+           known={"list": "no line names", "attributes": "no line names"}),
+    # One run at a time: processKill ends every program of its name, whichever run started
+    # it; the name is the sweep's own, so other tests' children are left alone.
+    Target("processes", {"sweepchild.exe": "child.exe", "entry_points.dll": "entry_points.dll"},
+           ignore=r"sweepchild\.\d+\.(start|end)$", serial=True),
     Target("service", {"test_service.exe": "test_service.exe"}, service=True, ignore=r"marker\.txt$"),
     Target("download", {"payload.bin": bytes(range(256)) * 400, "setup.exe": b"the old program",
                         "signed.exe": "signed.exe"}),
@@ -163,9 +174,12 @@ class Sweep:
             self.wine("sc", ["stop", name], rundir)
             self.wine("sc", ["delete", name], rundir)
 
-    def children_running(self):
-        found = subprocess.run(["pgrep", "-f", r"child\.exe"], capture_output=True, text=True).stdout.split()
-        return [pid for pid in found if pid != str(os.getpid())]
+    def children_running(self, rundir):
+        """Ends the run's own children that are still running; True when there were any."""
+        pattern = re.escape(os.path.basename(rundir)) + r"\\sweepchild\.exe"
+        found = subprocess.run(["pgrep", "-f", pattern], capture_output=True, text=True).stdout.split()
+        subprocess.run(["pkill", "-f", pattern])
+        return bool(found)
 
     def run(self, target, rundir, extra):
         """(exit code or a problem text, output lines, state)."""
@@ -198,7 +212,7 @@ class Sweep:
                 counts[match.group(1)] = int(match.group(2))
         return counts, before, after
 
-    def check(self, target, kind, nth, error, clean_before, clean_after, outcome):
+    def check(self, target, kind, nth, error, clean_before, clean_after, outcome, rundir):
         code, output, before, state = outcome
         if isinstance(code, str):
             return [code]
@@ -219,9 +233,8 @@ class Sweep:
                     problems.append("%s %s is neither as before nor as after" % (what[:-1] if what == "files" else "value", item))
         if state.get("service") and kind not in SERVICE_KEEPERS:
             problems.append("the service is still there")
-        if target.name == "processes" and self.children_running():
+        if target.name == "processes" and self.children_running(rundir) and kind not in CHILD_KEEPERS:
             problems.append("a child program is still running")
-            subprocess.run(["pkill", "-f", r"child\.exe"])
         return problems
 
 
@@ -253,6 +266,8 @@ def differing(a, b):
 def sample(count, most):
     if count <= most:
         return list(range(1, count + 1))
+    if most == 1:
+        return [1]
     return sorted({1 + round(i * (count - 1) / (most - 1)) for i in range(most)})
 
 
@@ -274,8 +289,10 @@ def main():
     sweep = Sweep(opts)
     targets = [t for t in TARGETS if not opts.only or t.name in opts.only.split(",")]
     runs, failures, kinds = 0, [], set()
-    with concurrent.futures.ThreadPoolExecutor(opts.jobs) as pool:
+    with concurrent.futures.ThreadPoolExecutor(opts.jobs) as parallel, \
+            concurrent.futures.ThreadPoolExecutor(1) as serial:
         for target in targets:
+            pool = serial if target.serial else parallel
             counts, clean_before, clean_after = sweep.counts(target)
             jobs = {}
             for kind, count in sorted(counts.items()):
@@ -288,8 +305,10 @@ def main():
             for future in concurrent.futures.as_completed(jobs):
                 kind, nth, error, rundir = jobs[future]
                 runs += 1
-                problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result())
-                if problems:
+                problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result(), rundir)
+                if problems and all(p.startswith(target.known.get(kind, "\0")) for p in problems):
+                    print("KNOWN %s %s:%d:%d: %s" % (target.name, kind, nth, error, "; ".join(problems)), flush=True)
+                elif problems:
                     failures.append("FAIL %s %s:%d:%d: %s" % (target.name, kind, nth, error, "; ".join(problems)))
                     print(failures[-1], flush=True)
                 else:

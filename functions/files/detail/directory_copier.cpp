@@ -1,9 +1,8 @@
 #include "functions/files/detail/directory_copier.h"
 
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/files/detail/each_entry.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/path.h"
 
@@ -28,7 +27,7 @@ bool prepareOverwrite(const std::wstring& source, uint64_t sourceTime, const std
 // source: the copy is then one copy of the source as it was.
 uint32_t copyTree(const std::wstring& source, const std::wstring& dest, const CopyOptions& options,
                   const std::wstring& outside) {
-  if (!platform::isDirectory(source)) return ERROR_PATH_NOT_FOUND;
+  if (const uint32_t error = platform::checkDirectory(source)) return error;
   bool destReady = false;  // created once, when its first file is copied
   platform::DirectoryListing list(platform::joinPath(source, L"*"));
   return forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {

@@ -1,9 +1,8 @@
 #include "functions/files/detail/file_delete.h"
 
-#include <windows.h>
-
 #include "functions/files/detail/each_entry.h"
 #include "platform/clock.h"
+#include "platform/errors.h"
 #include "platform/file_system.h"
 #include "platform/format.h"
 #include "platform/path.h"
@@ -34,11 +33,11 @@ uint32_t removeDirectory(const std::wstring& path) {
 uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteOptions& options) {
   uint32_t code = platform::deleteFile(path, attributes);
   // A file already gone is deleted; one that is still there is not, whatever the code says.
-  if (code == 0 || (code == ERROR_FILE_NOT_FOUND && !platform::pathExists(path))) return 0;
+  if (code == 0 || (code == platform::kErrorFileNotFound && !platform::pathExists(path))) return 0;
   std::wstring remaining = path;
   if (options.renameIfFails) {
     std::wstring moved = renamedPath(path);
-    if (platform::moveFile(path, moved, MOVEFILE_WRITE_THROUGH) != 0) return code;
+    if (platform::moveFile(path, moved, platform::MoveFlags::None) != 0) return code;
     code = 0;
     remaining = std::move(moved);
   }
@@ -52,7 +51,9 @@ uint32_t deleteFile(const std::wstring& path, uint32_t attributes, const DeleteO
 uint32_t deleteTree(const std::wstring& path, const DeleteOptions& options) {
   // In its extended form, the tree's every name is reached: `keep.` too.
   const std::wstring directory = platform::extendedPath(path);
-  if (!platform::isDirectory(directory)) return 0;
+  // Nothing there is nothing to delete; a directory whose attributes cannot be read is a failure.
+  if (const uint32_t error = platform::checkDirectory(directory))
+    return error == platform::kErrorPathNotFound ? 0 : error;
   platform::DirectoryListing list(platform::joinPath(directory, L"*"));
   const uint32_t firstError =
       forEachEntry(list, options.ignoreErrors, [&](const platform::DirectoryListing& entry) -> uint32_t {

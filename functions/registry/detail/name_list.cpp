@@ -19,8 +19,8 @@ void NameList::execute() {
   engine::log(L"%s function called for %p\\%s store to %s", name().c_str(), root(), key.c_str(), var_.c_str());
   platform::UniqueKey opened;
   std::vector<std::wstring> names;
-  uint32_t error = platform::openKey(root(), key, access(), opened);
-  if (error == 0) error = list(opened.get(), names);
+  uint32_t error = platform::openKey(rootKey(), key, access(), opened);
+  if (error == 0) error = list(opened, names);
   if (error != 0) {
     fail(error);
   } else {

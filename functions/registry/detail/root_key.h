@@ -1,17 +1,11 @@
 #pragma once
-// The five predefined root keys a script can name.
-#include <windows.h>
-
-#include <cstdint>
+// The names of the five predefined root keys a script can name.
 #include <string>
 #include <vector>
 
 namespace api::registry::detail {
 
-enum class Root : uint8_t { ClassesRoot, CurrentUser, LocalMachine, Users, CurrentConfig };
-
-// The root attribute's accepted names, in the order of Root.
+// The root attribute's accepted names, in the order of platform::RootKey.
 std::vector<std::wstring> rootNames();
-HKEY rootKey(Root root);
 
 }  // namespace api::registry::detail

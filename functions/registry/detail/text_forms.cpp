@@ -1,25 +1,29 @@
 #include "functions/registry/detail/text_forms.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <utility>
+
+#include "platform/errors.h"
 
 namespace api::registry::detail {
 namespace {
 
-constexpr uint32_t kBadHexDigit = 111;       // what binary text with a non-hex character fails with
-constexpr uint32_t kUnsupportedType = 1630;  // ERROR_UNSUPPORTED_TYPE
+constexpr uint32_t kBadHexDigit = platform::kErrorBufferOverflow;  // binary text with a character that is no hex digit
 
+// Registry strings are UTF-16 code units, little-endian, whatever the width
+// of wchar_t (4 bytes in the native build).
 std::wstring wideText(const std::vector<uint8_t>& bytes) {
-  std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-  std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+  std::wstring text(bytes.size() / 2, L'\0');
+  for (size_t i = 0; i < text.size(); ++i) text[i] = static_cast<wchar_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
   return text;
 }
 
 void appendWide(std::wstring_view text, std::vector<uint8_t>& bytes) {
-  const auto* first = reinterpret_cast<const uint8_t*>(text.data());
-  bytes.insert(bytes.end(), first, first + text.size() * sizeof(wchar_t));
+  for (const wchar_t c : text) {
+    bytes.push_back(static_cast<uint8_t>(c));
+    bytes.push_back(static_cast<uint8_t>(static_cast<uint32_t>(c) >> 8));
+  }
 }
 
 // Little-endian, missing high bytes read as zero.
@@ -141,7 +145,7 @@ uint32_t textToData(uint32_t type, std::wstring_view text, std::vector<uint8_t>&
       appendWide(list, bytes);
       return 0;
     }
-    default: return kUnsupportedType;
+    default: return platform::kErrorUnsupportedType;
   }
 }
 

@@ -7,10 +7,20 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/registry.h"
+
 namespace api::registry::detail {
 
-// The value types that have a text form, with their registry codes.
-enum ValueType : uint32_t { Sz = 1, ExpandSz = 2, Binary = 3, Dword = 4, MultiSz = 7, Qword = 11 };
+// The value types that have a text form, as their registry codes.
+constexpr uint32_t code(platform::ValueType type) { return static_cast<uint32_t>(type); }
+enum ValueType : uint32_t {
+  Sz = code(platform::ValueType::Sz),
+  ExpandSz = code(platform::ValueType::ExpandSz),
+  Binary = code(platform::ValueType::Binary),
+  Dword = code(platform::ValueType::Dword),
+  MultiSz = code(platform::ValueType::MultiSz),
+  Qword = code(platform::ValueType::Qword)
+};
 
 // "REG_SZ" and the like, compared exactly; 0 for any other name.
 uint32_t typeCode(std::wstring_view name);

@@ -1,7 +1,6 @@
-#include <windows.h>
-
 #include "engine/log.h"
 #include "functions/services/functions.h"
+#include "platform/errors.h"
 
 namespace api::services {
 
@@ -16,7 +15,7 @@ uint32_t ServiceFunction::failedTo(uint32_t error, const wchar_t* what) const {
 }
 
 void ServiceFunction::finishWith(uint32_t error) {
-  if (error == WAIT_TIMEOUT) {
+  if (error == platform::kErrorWaitTimeout) {
     fail(L"timeout");
   } else if (error != 0) {
     fail(error);

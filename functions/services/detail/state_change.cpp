@@ -2,7 +2,9 @@
 
 #include "engine/log.h"
 #include "functions/services/functions.h"
+#include "platform/changes.h"
 #include "platform/clock.h"
+#include "platform/errors.h"
 #include "platform/services.h"
 
 namespace api::services {
@@ -23,11 +25,12 @@ void ServiceStateChange::execute() {
 
 uint32_t ServiceStateChange::change(const std::wstring& name) const {
   UniqueServiceHandle manager, service;
-  if (const uint32_t error = platform::openServiceManager(SC_MANAGER_ENUMERATE_SERVICE, manager))
+  if (const uint32_t error = platform::openServiceManager(platform::ManagerAccess::Enumerate, manager))
     return failedTo(error, L"cannot open scm");
-  if (const uint32_t error = platform::openService(manager, name, SERVICE_QUERY_STATUS | request_.access, service))
+  if (const uint32_t error =
+          platform::openService(manager, name, platform::ServiceAccess::QueryStatus | request_.access, service))
     return failedTo(error, L"cannot open service");
-  uint32_t state = 0;
+  platform::ServiceState state = platform::ServiceState::Unknown;
   if (const uint32_t error = platform::queryServiceState(service, state))
     return failedTo(error, L"cannot query status");
   if (state == request_.awaitedState) {
@@ -35,12 +38,13 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
     return 0;
   }
   if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);
-  if (waitTime_ == 0) return 0;
+  // A what-if run sent nothing, so there is no change to wait for.
+  if (waitTime_ == 0 || platform::whatIf()) return 0;
   engine::flushLogBeforeWait();
   // The state known before the request is not the awaited one, so at least
   // one round is made; the wait ends at `waittime` rounded up to 100 ms.
   for (int64_t remaining = waitTime_; state != request_.awaitedState; remaining -= 100) {
-    if (remaining < 1) return WAIT_TIMEOUT;
+    if (remaining < 1) return platform::kErrorWaitTimeout;
     platform::sleep(100);
     if (const uint32_t error = platform::queryServiceState(service, state))
       return failedTo(error, L"cannot query status2");

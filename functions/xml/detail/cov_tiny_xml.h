@@ -59,7 +59,7 @@ class COVTinyXml : public engine::HandleObject {
   static constexpr engine::HandleKind kind = engine::HandleKind::XmlDocument;
 
   // nullptr stands for the file name remembered from the last load. On false,
-  // GetLastError() says why (0 when the file was read but is not XML).
+  // platform::lastErrorOr() says why (no error when the file was read but is not XML).
   virtual bool load(const wchar_t* path);
   // Replaces the file whole, or leaves it as it was; on false, saveError()
   // holds the Windows error code of the failed step.

@@ -1,5 +1,5 @@
 // Pieces of the processes family that scripts cannot reach under Wine, where
-// no logon can be impersonated: the name and password rules alone, what the
+// no logon can be impersonated: the password rules alone, what the
 // guarded call leaves behind, and where an impersonation ends.
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -11,23 +11,10 @@
 #include "engine/runtime.h"
 #include "functions/processes/detail/impersonation.h"
 #include "functions/processes/detail/password.h"
-#include "functions/processes/detail/process_name.h"
 #include "platform/library.h"
 #include "platform/text.h"
 
 namespace {
-
-using api::processes::detail::normaliseProcessName;
-
-TEST(ProcessName, DoubledBackslashesCollapseButALeadingPairStays) {
-  EXPECT_EQ(normaliseProcessName(L"C:\\\\dir\\\\app.exe"), L"C:\\dir\\app.exe");
-  EXPECT_EQ(normaliseProcessName(L"C:\\dir\\app.exe"), L"C:\\dir\\app.exe");
-  EXPECT_EQ(normaliseProcessName(L"\\\\server\\\\share\\app.exe"), L"\\\\server\\share\\app.exe");
-  EXPECT_EQ(normaliseProcessName(L"a\\\\\\b"), L"a\\\\b");  // of three, one pair collapses
-  EXPECT_EQ(normaliseProcessName(L"\\\\"), L"\\\\");
-  EXPECT_EQ(normaliseProcessName(L"\\"), L"\\");
-  EXPECT_EQ(normaliseProcessName(L""), L"");
-}
 
 TEST(Password, WhatUpkeepPasswordWritesDecodesToThePassword) {
   using api::processes::detail::decipherPassword;

@@ -1,6 +1,14 @@
 #!/usr/bin/env python3
-"""Prints a gcovr JSON summary per directory: the top directories, and functions/
-per family (its detail/ helpers count with the family). The last line is the total."""
+"""Prints coverage per directory from gcovr JSON tracefiles: the top directories,
+and functions/ per family (its detail/ helpers count with the family). The last
+line is the total.
+
+usage: coverage_summary.py WINDOWS.json [NATIVE.json...]
+
+A line counts as covered when any build ran it. Branches come from the first
+tracefile (the Windows build, the one that ships) wherever it has the file:
+another compiler lays out different branches for the same line, so their
+numbers do not add up."""
 import json
 import sys
 from collections import defaultdict
@@ -16,16 +24,38 @@ def percent(covered, total):
     return 100.0 * covered / total if total else 100.0
 
 
-def main(path):
+def load(path):
+    """{file: {line: (count, [branch counts])}} of the lines that hold code."""
     with open(path) as f:
-        summary = json.load(f)
+        files = json.load(f)['files']
+    return {entry['file']: {line['line_number']: (line['count'], [b['count'] for b in line['branches']])
+                            for line in entry['lines']
+                            if not line.get('gcovr/noncode') and not line.get('gcovr/excluded')}
+            for entry in files}
+
+
+def merge(builds):
+    merged = {}
+    for build in builds:
+        for name, lines in build.items():
+            if name not in merged:
+                merged[name] = dict(lines)
+                continue
+            for number, (count, branches) in lines.items():
+                old_count, old_branches = merged[name].get(number, (0, branches))
+                merged[name][number] = (old_count + count, old_branches)
+    return merged
+
+
+def main(paths):
     groups = defaultdict(lambda: [0, 0, 0, 0])
-    for entry in summary['files']:
-        g = groups[group(entry['filename'])]
-        g[0] += entry['line_covered']
-        g[1] += entry['line_total']
-        g[2] += entry['branch_covered']
-        g[3] += entry['branch_total']
+    for name, lines in merge([load(p) for p in paths]).items():
+        g = groups[group(name)]
+        for count, branches in lines.values():
+            g[0] += count > 0
+            g[1] += 1
+            g[2] += sum(b > 0 for b in branches)
+            g[3] += len(branches)
     print(f"{'directory':<22} {'lines':>16} {'branches':>16}")
     for name in sorted(groups):
         lc, lt, bc, bt = groups[name]
@@ -35,4 +65,4 @@ def main(path):
 
 
 if __name__ == '__main__':
-    main(sys.argv[1])
+    main(sys.argv[1:])

@@ -7,7 +7,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 
 packages=(cmake ninja-build dpkg-dev g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev
           wine wine64 googletest picojson-dev libboost1.81-dev clang-14 libclang-rt-14-dev
-          osslsigncode openssl python3 patch libxml2-dev libxml2-utils)
+          osslsigncode openssl python3 patch libxml2-dev libxml2-utils gcovr)
 
 as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
 

@@ -14,6 +14,7 @@
 #include "engine/cipher_text.h"
 #include "engine/engine.h"
 #include "engine/integer.h"
+#include "engine/os_type.h"
 #include "engine/registry.h"
 #include "engine/variables.h"
 #include "platform/format.h"
@@ -33,6 +34,21 @@ TEST(Integer, ReadsLeadingDecimalDigitsLikeWcstol) {
   EXPECT_EQ(toInt(L"99999999999"), 2147483647);
   EXPECT_EQ(toInt(L"-99999999999"), -2147483647 - 1);
   EXPECT_EQ(toInt(L"-2147483648"), -2147483647 - 1);
+}
+
+// `os` names workstation versions only: 6.1 is 7, 6.2 and 6.3 are 8, 10.0 is 10.
+TEST(OsType, NamesWorkstationVersionsOnly) {
+  using C = engine::COsType;
+  constexpr unsigned kWorkstation = 1, kServer = 3;
+  const struct { unsigned major, minor, product; C::Class expected; } cases[] = {
+      {6, 1, kWorkstation, C::Windows7},  {6, 2, kWorkstation, C::Windows8},
+      {6, 3, kWorkstation, C::Windows8},  {10, 0, kWorkstation, C::Windows10},
+      {6, 0, kWorkstation, C::Unknown},   {6, 4, kWorkstation, C::Unknown},
+      {11, 0, kWorkstation, C::Unknown},  {10, 0, kServer, C::Unknown},
+      {6, 1, kServer, C::Unknown},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(C::classify(c.major, c.minor, c.product), c.expected) << c.major << '.' << c.minor << '/' << c.product;
 }
 
 TEST(Registry, RefusesDuplicatesAndIsCaseSensitive) {

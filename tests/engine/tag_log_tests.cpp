@@ -57,14 +57,18 @@ TEST(TemplateMatch, ConversionsStandForTheirText) {
   EXPECT_FALSE(matches("Copy 'a' to", "Copy '%s' to '%s'"));
 }
 
-// Runs `command` through the command interpreter and returns its standard output.
+// Runs `command` through the command interpreter and returns its standard
+// output. Wine's interpreter, on a busy machine, now and then fails to find
+// the program: it is asked again then, since every run prints something.
 std::string output(const std::wstring& command) {
   std::string text;
-  FILE* pipe = _wpopen((L"\"" + command + L"\"").c_str(), L"rb");
-  if (!pipe) return text;
-  char buffer[4096];
-  for (size_t read; (read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, read);
-  _pclose(pipe);
+  for (int attempt = 0; attempt < 3 && text.empty(); ++attempt) {
+    FILE* pipe = _wpopen((L"\"" + command + L"\"").c_str(), L"rb");
+    if (!pipe) continue;
+    char buffer[4096];
+    for (size_t read; (read = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) text.append(buffer, read);
+    _pclose(pipe);
+  }
   return text;
 }
 

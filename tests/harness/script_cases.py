@@ -209,10 +209,17 @@ def run_bounded(command, cwd, env, timeout):
         return None
 
 
+def negated(line):
+    """A line `! command` fails the section when the command succeeds: under
+    `set -e` alone bash goes on after it unless it is the last line."""
+    return "if %s; then false; fi" % line[2:] if line.startswith("! ") else line
+
+
 def bash(kind, case, cwd, env):
     """None when the section passed, else why it failed."""
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
-    result = run_bounded(["bash", "-c", BASH_PRELUDE + "\n".join(case["sections"][kind])], cwd, env, timeout)
+    script = "\n".join(negated(line) for line in case["sections"][kind])
+    result = run_bounded(["bash", "-c", BASH_PRELUDE + script], cwd, env, timeout)
     if result is None:
         return "%s timed out after %d s" % (kind, timeout)
     if result[0] != 0:

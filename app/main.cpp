@@ -5,6 +5,5 @@
 
 int wmain(int argc, wchar_t** argv) {
   platform::restrictLibrarySearch();
-  const engine::FunctionRegistry registry = api::makeFunctionRegistry();
-  return engine::runProgram(argc, argv, registry);
+  return engine::runProgram(argc, argv, api::makeFunctionRegistry);
 }

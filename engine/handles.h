@@ -1,6 +1,7 @@
 #pragma once
 // Named objects a script opens (documents, file streams, indexed variable
 // collections) live here until the script closes them or the run ends.
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -56,6 +57,9 @@ class HandleTable {
 
   // Logs and releases every entry a script left open.
   void cleanUp();
+  // Closes the text files a script left open, so that what it wrote takes
+  // its place before the process ends at once.
+  void closeTextFiles() { std::erase_if(entries_, [](const auto& item) { return item.second.kind == HandleKind::TextFile; }); }
 
  private:
   std::map<std::wstring, Entry> entries_;

@@ -44,12 +44,18 @@ void log(const wchar_t* format, ...) {
   // A trace file that cannot take a line is closed, and standard output says
   // once that it ends there: the run goes on.
   if (!s.trace.isOpen()) return;
-  if (const uint32_t error = s.trace.writeLine(s.text)) {
+  if (const uint32_t error = s.trace.writeLine(s.text.c_str())) {
     s.trace.close();
     log(L"Cannot write the trace file '%s'. Error:%d. It is incomplete from this line on", s.tracePath.c_str(),
         static_cast<int>(error));
     recordTraceIncomplete(s.tracePath, error);
   }
+}
+
+void logOutOfMemory() {
+  LogState& s = state();
+  platform::writeOutput("The run ran out of memory\n");
+  if (s.trace.isOpen()) s.trace.writeLine(L"The run ran out of memory");
 }
 
 void setDebugOutput(bool enabled) { state().debug = enabled; }

@@ -8,6 +8,9 @@ namespace engine {
 
 // Formats like the C runtime's wide printf (%s is a wide string).
 void log(const wchar_t* format, ...);
+// Says that the run ran out of memory, on standard output and in the trace
+// file, without allocating anything.
+void logOutOfMemory();
 
 void setDebugOutput(bool enabled);
 

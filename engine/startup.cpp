@@ -204,14 +204,17 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
 
 }  // namespace
 
-int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry) {
+int runProgram(int argc, wchar_t** argv, FunctionRegistry (*makeRegistry)()) {
   try {
+    const FunctionRegistry registry = makeRegistry();
     return runUnguarded(argc, argv, registry);
   } catch (const std::bad_alloc&) {
-    // Unwinding has freed what the run held, so the line can still be written.
-    log(L"The run ran out of memory");
+    logOutOfMemory();
     platform::flushOutput();
-    recordRunEnd(kOutOfMemoryExitCode);
+    try {
+      recordRunEnd(kOutOfMemoryExitCode);
+    } catch (const std::bad_alloc&) {  // the JSON log goes without its end line
+    }
     return kOutOfMemoryExitCode;
   }
 }

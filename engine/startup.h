@@ -28,7 +28,9 @@ bool checkScriptPath(const std::wstring& path, const std::wstring& programPath, 
 // Exit code of a run that ran out of memory (ERROR_OUTOFMEMORY).
 constexpr int kOutOfMemoryExitCode = 14;
 
-// Returns the process exit code.
-int runProgram(int argc, wchar_t** argv, const FunctionRegistry& registry);
+// Builds the functions' registry with `makeRegistry` and runs the command
+// line; a run that runs out of memory, from the registry on, says so and
+// ends with kOutOfMemoryExitCode. Returns the process exit code.
+int runProgram(int argc, wchar_t** argv, FunctionRegistry (*makeRegistry)());
 
 }  // namespace engine

@@ -65,12 +65,19 @@ bool samePath(const std::wstring& a, const std::wstring& b) {
 
 bool isDirectory(const std::wstring& path) { return checkDirectory(path) == 0; }
 
-uint32_t checkDirectory(const std::wstring& path) {
-  if (failedOnPurpose(Call::Attributes)) return GetLastError();
+PathState inspectPath(const std::wstring& path) {
+  if (failedOnPurpose(Call::Attributes)) return {GetLastError()};
   const DWORD attributes = GetFileAttributesW(path.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES) return attributes & FILE_ATTRIBUTE_DIRECTORY ? 0 : ERROR_PATH_NOT_FOUND;
+  if (attributes != INVALID_FILE_ATTRIBUTES)
+    return {0, attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::Directory : PathKind::File};
   const DWORD error = GetLastError();
-  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error;
+  return {error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? 0 : error};
+}
+
+uint32_t checkDirectory(const std::wstring& path) {
+  const PathState state = inspectPath(path);
+  if (state.error) return state.error;
+  return state.kind == PathKind::Directory ? 0 : ERROR_PATH_NOT_FOUND;
 }
 
 bool sameRoot(const std::wstring& a, const std::wstring& b) { return PathIsSameRootW(a.c_str(), b.c_str()); }
@@ -143,7 +150,10 @@ uint32_t createDirectories(const std::wstring& path) {
     if (const uint32_t parentError = createDirectories(parent)) return parentError;
     error = createDirectory(path);
   }
-  return error == ERROR_ALREADY_EXISTS && isDirectory(path) ? 0 : error;
+  if (error != ERROR_ALREADY_EXISTS) return error;
+  // An existing directory is what was asked for; a file of that name is not.
+  const PathState state = inspectPath(path);
+  return state.error ? state.error : state.kind == PathKind::Directory ? 0 : error;
 }
 
 uint32_t removeDirectory(const std::wstring& path) {

@@ -19,6 +19,14 @@ std::wstring fullPath(const std::wstring& path);
 std::wstring extendedPath(const std::wstring& path);
 // Whether two paths name the same place: their absolute forms, compared without regard to case.
 bool samePath(const std::wstring& a, const std::wstring& b);
+enum class PathKind : uint8_t { Missing, File, Directory };
+// What `path` names; `error` is set when its attributes could not be read for
+// another reason than a name that leads nowhere (5 access denied, say).
+struct PathState {
+  uint32_t error = 0;
+  PathKind kind = PathKind::Missing;
+};
+PathState inspectPath(const std::wstring& path);
 bool isDirectory(const std::wstring& path);
 // 0 when `path` is a directory; 3 when it is missing or no directory; else the
 // error that kept its attributes from being read.

@@ -34,12 +34,6 @@ uint32_t checkWritable(const std::wstring& path) {
   return error == ERROR_FILE_NOT_FOUND ? 0 : error;
 }
 
-uint32_t writeTemporary(OutputFile& file, std::string_view bytes) {
-  if (const uint32_t error = file.write(bytes)) return error;
-  if (const uint32_t error = file.flush()) return error;
-  return file.close();
-}
-
 }  // namespace
 
 std::wstring siblingName(const std::wstring& path, unsigned attempt) {
@@ -128,6 +122,10 @@ uint32_t Replacement::create(const std::wstring& path) {
 }
 
 uint32_t Replacement::putInPlace() {
+  if (file_.isOpen()) {
+    if (const uint32_t error = file_.flush()) return error;
+    if (const uint32_t error = file_.close()) return error;
+  }
   if (const uint32_t error = injectedFault(Call::Replace)) return error;
   if (!MoveFileExW(name_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
     return GetLastError();
@@ -142,7 +140,7 @@ uint32_t replaceFile(const std::wstring& path, std::string_view bytes) {
   }
   Replacement replacement;
   if (const uint32_t error = replacement.create(path)) return error;
-  if (const uint32_t error = writeTemporary(replacement.file(), bytes)) return error;
+  if (const uint32_t error = replacement.file().write(bytes)) return error;
   return replacement.putInPlace();
 }
 

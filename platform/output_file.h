@@ -52,7 +52,8 @@ class Replacement {
   uint32_t create(const std::wstring& path);
   OutputFile& file() { return file_; }
   const std::wstring& name() const { return name_; }
-  // Moves the new file, closed by now, over the target: 0 or the move's error.
+  // Flushes and closes the new file, if still open, and moves it over the
+  // target: 0 or the first failing call's error.
   uint32_t putInPlace();
 
  private:

@@ -16,10 +16,10 @@ uint32_t TraceFile::open(const std::wstring& path) {
   return file_ ? 0 : lastErrorOr(ERROR_FILE_NOT_FOUND);
 }
 
-uint32_t TraceFile::writeLine(const std::wstring& line) {
+uint32_t TraceFile::writeLine(const wchar_t* line) {
   if (const uint32_t error = injectedFault(Call::TraceWrite)) return error;
   SetLastError(0);
-  const bool written = std::fputws(line.c_str(), file_.get()) != WEOF && std::fputws(L"\n", file_.get()) != WEOF;
+  const bool written = std::fputws(line, file_.get()) != WEOF && std::fputws(L"\n", file_.get()) != WEOF;
   return std::fflush(file_.get()) == 0 && written ? 0 : lastErrorOr(ERROR_WRITE_FAULT);
 }
 

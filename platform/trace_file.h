@@ -17,7 +17,7 @@ class TraceFile {
   void close() { file_.reset(); }
   bool isOpen() const { return file_ != nullptr; }
   // The line and a line end, flushed; 0 or the error of the failed write.
-  uint32_t writeLine(const std::wstring& line);
+  uint32_t writeLine(const wchar_t* line);
 
  private:
   UniqueFile file_;

@@ -20,8 +20,9 @@ void FunctionFileCopyPattern::execute() {
   const std::wstring src = expand(src_), dest = expand(dest_);
   engine::log(L"fileCopyPattern from '%s' to '%s'. FailIfExists: %d. SkipErrors: %d", src.c_str(), dest.c_str(),
               failIfExists_, ignoreErrors_);
-  if (!platform::pathExists(dest)) {
-    fail(platform::kErrorPathNotFound);
+  const platform::PathState target = platform::inspectPath(dest);
+  if (target.error || target.kind == platform::PathKind::Missing) {
+    fail(target.error ? target.error : platform::kErrorPathNotFound);
     logEnd();
     return;
   }

@@ -20,10 +20,13 @@ void FunctionFileMoveSingle::execute() {
   // which scripts and log readers match.
   engine::log(L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d", tag, src.c_str(), dest.c_str(), failIfExists_,
               afterReboot_);
-  if (!platform::pathExists(src)) {
+  const platform::PathState source = platform::inspectPath(src);
+  if (source.error) {
+    fail(source.error);
+  } else if (source.kind == platform::PathKind::Missing) {
     fail(platform::kErrorNotFound);
   } else {
-    const bool directory = platform::isDirectory(src);
+    const bool directory = source.kind == platform::PathKind::Directory;
     const bool sameRoot = platform::sameRoot(src, dest);
     if (directory && !sameRoot) {
       fail(platform::kErrorNotSameDevice);
@@ -41,7 +44,7 @@ void FunctionFileMoveSingle::execute() {
 const engine::TagDoc FunctionFileMoveSingle::doc{
     L"`fileMove` and `dirMove` are one function: each moves or renames `src` to `dest` (both expanded when it runs), whichever `src` is, and its log lines begin with the tag written. A file may go to another volume (not with `afterReboot`) and, with `failIfExists=\"false\"`, replaces an existing `dest` (default `true`: it fails); a directory must stay on its volume and never replaces anything. With `afterReboot=\"true\"` the move is only registered for the next restart, which needs administrator rights.",
     L"%s from '%s' to '%s'. FailIfExists: %d. After reboot:%d\n%s function end with %s. err:'%s'",
-    L"Error text: `1168` no `src`, `17` a directory to another volume, or the Windows code of the move, e.g. `183` `dest` exists, `3` the directory of `dest` is missing, `5` access denied, `32` in use.",
+    L"Error text: `1168` no `src`, the Windows code when what `src` is cannot be read, `17` a directory to another volume, or the Windows code of the move, e.g. `183` `dest` exists, `3` the directory of `dest` is missing, `5` access denied, `32` in use.",
     L"<fileMove src=\"C:\\Program Files\\App\\app.exe\" dest=\"C:\\Program Files\\App\\app.old\" failIfExists=\"false\"/>\n<dirMove src=\"C:\\Program Files\\App\\plugins\" dest=\"C:\\Program Files\\App\\plugins.old\"/>"};
 
 }  // namespace api::files

@@ -26,7 +26,7 @@ void FunctionFileOpenOrCreate::execute() {
 }
 
 const engine::TagDoc FunctionFileOpenOrCreate::doc{
-    L"Opens the file `path`, expanded when it runs, for writing under the handle name `handle` (taken as written): it is created when missing and emptied, unless `append=\"true\"` keeps its content and writes go to its end. Other programs may read and write it while it is open. A name already in use is closed and takes the new file, unless the open fails.",
+    L"Opens the file `path`, expanded when it runs, for writing under the handle name `handle` (taken as written): its new content goes to a file beside it that takes its place, whole, at `fileClose` (or when the script ends), so the file is never seen half-written; with `append=\"true\"` writes go straight to its end. A name already in use is closed and takes the new file, unless the open fails.",
     L"fileOpen %s with handle %s\nfileOpen failed opening file %s\nfileOpen end with %s",
     L"True: the file is open under `handle`. False: it could not be opened (a missing directory, access denied, a directory).",
     L"<fileOpenOrCreate path=\"C:\\Program Files\\App\\update.txt\" handle=\"report\" append=\"true\">\n  <onFalse><trace value=\"no report file\"/></onFalse>\n</fileOpenOrCreate>"};

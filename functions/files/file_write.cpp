@@ -26,7 +26,7 @@ void FunctionFileWrite::execute() {
 const engine::TagDoc FunctionFileWrite::doc{
     L"Writes `string`, expanded when it runs, as UTF-8 to the file open under `handle`, at once and with no line end added (write `&#13;&#10;` for one). A write that fails leaves none of its bytes behind and makes every later `fileWrite` to that handle False too; text with a lone surrogate is refused. A `string` that expands to nothing writes nothing and is True.",
     L"fileWrite %s for handle %s\nfileWrite %s failed for handle %s\nfileWrite handle %s does not refer to an opened writable file\nfileWrite end with %s",
-    L"True: the bytes are in the file. False: `handle` names no file opened by `fileOpenOrCreate`, or this or an earlier write to it failed (a full disk).",
+    L"True: the bytes are on the disk (in the file beside it until `fileClose`, without `append`). False: `handle` names no file opened by `fileOpenOrCreate`, or this or an earlier write to it failed (a full disk).",
     L"<fileOpenOrCreate path=\"%TEMP%\\update.log\" handle=\"log\" append=\"true\"/>\n<fileWrite handle=\"log\" string=\"updated %enginedir%&#13;&#10;\"><onFalse><exit code=\"3\"/></onFalse></fileWrite>"};
 
 }  // namespace api::files

@@ -56,6 +56,7 @@ std::wstring extendedPath(const std::wstring& path) { return path; }
 bool samePath(const std::wstring& a, const std::wstring& b) { return a == b; }
 bool isDirectory(const std::wstring&) { return false; }
 uint32_t checkDirectory(const std::wstring&) { return kAbsent; }
+PathState inspectPath(const std::wstring&) { return {kAbsent}; }
 bool sameRoot(const std::wstring&, const std::wstring&) { return false; }
 void clearReadOnly(const std::wstring&) {}
 void clearReadOnly(const std::wstring&, uint32_t) {}
@@ -77,6 +78,9 @@ uint32_t OutputFile::write(std::string_view) { return kAbsent; }
 uint32_t OutputFile::flush() { return kAbsent; }
 uint32_t OutputFile::close() { return 0; }
 uint32_t replaceFile(const std::wstring&, std::string_view) { return kAbsent; }
+Replacement::~Replacement() = default;
+uint32_t Replacement::create(const std::wstring&) { return kAbsent; }
+uint32_t Replacement::putInPlace() { return kAbsent; }
 
 uint32_t readWholeFile(const std::wstring&, std::vector<unsigned char>&) { return kAbsent; }
 bool readTextFile(const std::wstring&, std::string&) { return false; }

@@ -38,7 +38,7 @@ uint32_t TraceFile::open(const std::wstring&) {
   return kAccessDenied;
 }
 
-uint32_t TraceFile::writeLine(const std::wstring&) { return kAccessDenied; }
+uint32_t TraceFile::writeLine(const wchar_t*) { return kAccessDenied; }
 
 uint32_t LineFile::open(const std::wstring&) {
   file_.reset();

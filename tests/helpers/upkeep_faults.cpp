@@ -126,6 +126,7 @@ int wmain(int argc, wchar_t** argv) {
   platform::restrictLibrarySearch();
   std::vector<wchar_t*> rest{argv[0]};
   bool countCalls = false;
+  size_t limit = 0;
   int i = 1;
   for (; i < argc; ++i) {
     if (std::wcscmp(argv[i], L"--count-calls") == 0) {
@@ -133,7 +134,7 @@ int wmain(int argc, wchar_t** argv) {
     } else if (std::wcscmp(argv[i], L"--fail") == 0) {
       if (!armFault(i + 1 < argc ? argv[++i] : L"")) return kRefused;
     } else if (std::wcscmp(argv[i], L"--max-allocation") == 0 && i + 1 < argc) {
-      maxAllocation = std::wcstoull(argv[++i], nullptr, 10);
+      limit = std::wcstoull(argv[++i], nullptr, 10);
     } else {
       break;
     }
@@ -141,7 +142,11 @@ int wmain(int argc, wchar_t** argv) {
   // Runs after the run's own output, whichever way the run ends.
   if (countCalls) std::atexit(printCallCounts);
   rest.insert(rest.end(), argv + i, argv + argc);
-  engine::FunctionRegistry registry = api::makeFunctionRegistry();
-  registry.add(engine::tag<FunctionHandleCount>(L"handleCount"));
-  return engine::runProgram(static_cast<int>(rest.size()), rest.data(), registry);
+  maxAllocation = limit;  // from here on: the run's own allocations
+  const auto makeRegistry = [] {
+    engine::FunctionRegistry registry = api::makeFunctionRegistry();
+    registry.add(engine::tag<FunctionHandleCount>(L"handleCount"));
+    return registry;
+  };
+  return engine::runProgram(static_cast<int>(rest.size()), rest.data(), makeRegistry);
 }

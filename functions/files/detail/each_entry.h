@@ -4,11 +4,13 @@
 #include <cstdint>
 
 #include "platform/directory_listing.h"
+#include "platform/errors.h"
 
 namespace api::files {
 
 // `step(list)` returns 0 or the Windows error code of that entry's failure.
-// Returns the first error, 0 when every step went well.
+// Returns the first error, else the listing's own when it could not start or
+// broke off (no match at all is no error here), 0 when everything went well.
 template <class Step>
 uint32_t forEachEntry(platform::DirectoryListing& list, bool ignoreErrors, Step&& step) {
   uint32_t firstError = 0;
@@ -18,7 +20,8 @@ uint32_t forEachEntry(platform::DirectoryListing& list, bool ignoreErrors, Step&
     if (firstError == 0) firstError = error;
     if (!ignoreErrors) break;
   }
-  return firstError;
+  if (firstError != 0 || list.error() == platform::kErrorFileNotFound) return firstError;
+  return list.error();
 }
 
 }  // namespace api::files

@@ -40,7 +40,7 @@ class Goto : public Recording<engine::FunctionBase> {
   bool readAttributes() override {
     const auto target = attribute(L"target");
     target_ = target ? *target : std::wstring();
-    return target != nullptr;
+    return target.has_value();
   }
   const std::wstring* jumpTarget() const override { return &target_; }
 

@@ -56,7 +56,9 @@ uint32_t openKey(KeyParent parent, const std::wstring& path, KeyAccess access, U
     return error;
   }
   HKEY opened = nullptr;
-  const LSTATUS status = RegOpenKeyExW(hkey(parent), path.c_str(), 0, accessMask(access), &opened);
+  // A what-if run also reads what a write would replace or delete.
+  const REGSAM mask = accessMask(access) | (whatIf() ? KEY_QUERY_VALUE : 0);
+  const LSTATUS status = RegOpenKeyExW(hkey(parent), path.c_str(), 0, mask, &opened);
   key.reset(opened);
   nameHandle(opened, below(parent, path));
   return static_cast<uint32_t>(status);
@@ -81,7 +83,11 @@ uint32_t createKey(KeyParent parent, const std::wstring& path, bool isVolatile) 
 
 uint32_t deleteKey(KeyParent parent, const std::wstring& path) {
   if (const uint32_t error = injectedFault(Call::RegistryKey)) return error;
-  if (whatIf()) return wouldChange(Call::RegistryKey, L"delete key " + below(parent, path));
+  if (whatIf()) {
+    UniqueKey existing;  // a key that is not there would not be deleted
+    if (openKey(parent, path, KeyAccess::Read, existing) == ERROR_FILE_NOT_FOUND) return ERROR_FILE_NOT_FOUND;
+    return wouldChange(Call::RegistryKey, L"delete key " + below(parent, path));
+  }
   return noteChange(static_cast<uint32_t>(RegDeleteKeyW(hkey(parent), path.c_str())));
 }
 
@@ -113,7 +119,12 @@ uint32_t setValue(const UniqueKey& key, const std::wstring& name, ValueType type
 
 uint32_t deleteValue(const UniqueKey& key, const std::wstring& name) {
   if (const uint32_t error = injectedFault(Call::RegistryWrite)) return error;
-  if (whatIf()) return wouldChange(Call::RegistryWrite, L"delete value " + below(key, name));
+  if (whatIf()) {
+    // A value that is not there would not be deleted.
+    const LSTATUS status = RegQueryValueExW(hkey(key), name.c_str(), nullptr, nullptr, nullptr, nullptr);
+    if (status == ERROR_FILE_NOT_FOUND) return ERROR_FILE_NOT_FOUND;
+    return wouldChange(Call::RegistryWrite, L"delete value " + below(key, name));
+  }
   return noteChange(static_cast<uint32_t>(RegDeleteValueW(hkey(key), name.c_str())));
 }
 

@@ -7,10 +7,13 @@ namespace api::registry {
 namespace {
 
 // Deletes parent\name with everything below it, children first, logging each
-// key as it goes; the first failure ends the delete with its code.
+// key as it goes; the first failure ends the delete with its code. A key that
+// cannot be listed is still deleted if it can be; if not, the listing's code
+// is the first.
 uint32_t deleteTree(platform::KeyParent parent, const std::wstring& name) {
   platform::UniqueKey key;
-  if (platform::openKey(parent, name, platform::KeyAccess::Read | platform::KeyAccess::Enumerate, key) != 0) {
+  const uint32_t listError = platform::openKey(parent, name, platform::KeyAccess::Read | platform::KeyAccess::Enumerate, key);
+  if (listError != 0) {
     engine::log(L"Cannot enumerate registry keys for '%s'", name.c_str());
   } else {
     // The names are read first: deleting while enumerating would shift the indexes.
@@ -21,7 +24,8 @@ uint32_t deleteTree(platform::KeyParent parent, const std::wstring& name) {
     key.reset();
   }
   engine::log(L"Deleting subkey '%s'", name.c_str());
-  return platform::deleteKey(parent, name);
+  const uint32_t error = platform::deleteKey(parent, name);
+  return error != 0 && listError != 0 ? listError : error;
 }
 
 }  // namespace

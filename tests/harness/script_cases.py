@@ -1,62 +1,37 @@
 #!/usr/bin/env python3
 """Runs script cases against upkeep.exe under Wine.
 
-A cases file holds any number of cases:
+A cases file holds cases, each headed "=== case: what it shows", then header
+lines, then sections ("--- name" and its lines):
+    args: ...      the command line (default: /file script.xml); {exedir} and {casedir} are the
+                   Windows paths of the running interpreter's and the case's directories,
+                   {caserel} the case's directory relative to the work directory, {http} and
+                   {http_closed} the URLs UPKEEP_HTTP and UPKEEP_HTTP_CLOSED (http_server.py)
+    exit: -4       the exit code (default 0), compared as the shell sees it
+    timeout: 300   seconds each for setup, run and check (default 120)
+    program: p/upkeep.exe   run this copy of the interpreter, put there by the setup
+    script: TEXT   script.xml of one line: the script element around TEXT
+Sections: "script" (script.xml, its lines inside <script version="1.1">), a
+file name (has a dot or a slash; written before the run, inside the case
+directory), "setup", "check" and "teardown" (bash: before the run, after it,
+and last whatever happened), "expect" (the whole output), "expect-in-order",
+"expect-not" (also among the debugger lines) and "expect-debug" (debugger
+output lines in order, under /debug). An expected line "~ RE" is a regular
+expression for the whole line, "<empty>" an empty line.
 
-    === case: what this case shows
-    args: /file script.xml /var name value     (default: /file script.xml)
-    exit: -4                                    (default: 0; compared as the shell sees it)
-    timeout: 300                                (default: 120; seconds each for setup, run and check)
-    program: prog/upkeep.exe                    (run this copy of the interpreter, which the setup
-                                                 puts in the case directory; default: the built one)
-    script: <trace value="hi"/>                 (script.xml of one line: the script element
-                                                 around the text)
-    --- script.xml                              (a name with a dot or a slash: a file written
-    <script version="1.1">...</script>           before the run, relative to the case directory)
-    --- script                                  (script.xml, its lines written between
-    <trace value="..."/>                         <script version="1.1"> and </script>)
-    --- setup                                   (bash, run in the case directory before the run)
-    --- expect                                  (the whole standard output, line by line)
-    --- expect-in-order                         (lines that must appear in this order)
-    --- expect-not                              (lines that must not appear, also among
-                                                 the debugger output lines under /debug)
-    --- expect-debug                            (debugger output lines, in order, under /debug)
-    --- check                                   (bash, run after; must exit 0)
-    --- teardown                                (bash, run last, whatever happened before:
-                                                 removes what the case made outside its
-                                                 directory, such as a service)
+"=== every case" gives every later case of the file its header lines and
+sections unless it has its own. "=== table: what the rows show" is one case
+per row: a "columns:" line names the columns (exit, args, script, line: a line
+expected in order, or a file name) and each row is "| " then its cells joined
+by " | "; an args, script or file cell may hold " | " itself.
 
-A block headed "=== every case" holds header lines and sections that every
-later case of the file has unless it has its own (a shared teardown, say).
-
-A block headed "=== table: what the rows show" is one case per row: its
-header lines and sections are every row's, and each row ("| " then cells
-separated by " | ") fills the columns its "columns:" line names, of exit,
-args, script (as the script: line), line (the one line the output must
-have, as expect-in-order) and file names (a file of that one line). A script,
-args or file cell may itself hold " | ".
-
-An expected line starting with "~ " is a regular expression for the whole line;
-"<empty>" stands for an empty line. In args, {exedir} is the Windows path of
-the interpreter's directory (the one that runs) and {casedir} that of the
-case's own directory, and {caserel} the case's directory relative to the work
-directory, with forward slashes (for URLs of a server that serves the latter);
-{http} is that server's base URL and {http_closed} one nobody listens on
-(UPKEEP_HTTP and UPKEEP_HTTP_CLOSED, see tests/harness/http_server.py).
-Bash sections get `win` (runs a Windows program in the test prefix),
-`await FILE` (waits up to 10 s for FILE to appear, else fails), `hold [FILE
-[none|rw|delete|read]]` (starts the helper that keeps FILE open, or just runs, and
-waits until it is ready), `release` (tells it to stop and waits until it has),
-`remove_service NAME...` (stops and deletes services, waiting up to 10 s until
-each is gone), $HELPERS (the helper programs' directory) and $UPKEEP (the
-interpreter's Windows-side path is its Linux path); they first source cases.sh
-from the cases file's directory when there is one (a family's own helpers).
-
-Any other section name or header line refuses its case, as does a file name
-that is absolute or contains "..": a case keeps everything it writes inside its
-own directory, and a case that leaves something beside it fails. A setup, run
-or check that outlives its timeout is stopped, with every process it started,
-and fails its case; the next case runs as usual.
+Bash sections get `win` (runs a Windows program in the prefix), `await FILE`
+(10 s), `hold [FILE [none|rw|delete|read]]` and `release` (the helper that
+keeps a file open), `remove_service NAME...`, $HELPERS and $UPKEEP, and first
+source cases.sh beside the cases file. An unknown section or header line, or a
+file name that is absolute or holds "..", refuses its case; so does writing
+beside the case directory. A step that outlives its timeout is stopped with
+everything it started, and fails its case.
 """
 import argparse
 import copy
@@ -110,12 +85,10 @@ def file_name_problem(name):
 def parse_cases(path):
     cases, case, section, every = [], None, None, None
     for raw in open(path, encoding="utf-8").read().split("\n"):
-        if raw.startswith("=== case:") or raw.startswith("=== every case") or raw.startswith("=== table:"):
-            case = {"name": raw[raw.index(":") + 1:].strip() if ":" in raw else "", "args": "/file script.xml",
-                    "exit": 0, "files": {}, "sections": {}, "refused": [],
-                    "dir": os.path.dirname(os.path.abspath(path))}
-            if every:
-                case.update({key: every[key] for key in ("args", "exit", "timeout", "program") if key in every})
+        if raw.startswith(("=== case:", "=== every case", "=== table:")):
+            case = {"name": raw.partition(":")[2].strip(), "args": "/file script.xml", "exit": 0, "files": {},
+                    "sections": {}, "refused": [], "dir": os.path.dirname(os.path.abspath(path))}
+            case.update({key: every[key] for key in ("args", "exit", "timeout", "program") if every and key in every})
             if raw.startswith("=== table:"):
                 case["rows"], case["columns"] = [], []
             if raw.startswith("=== every case"):
@@ -132,40 +105,29 @@ def parse_cases(path):
             problem = None if section in SECTION_KINDS else file_name_problem(section)
             if problem:
                 case["refused"].append(problem)
-            target = case["sections"] if section in SECTION_KINDS else case["files"]
-            target[section] = []
-        elif section is None:
-            if raw.startswith("args:"):
-                case["args"] = raw[5:].strip()
-            elif raw.startswith("exit:"):
-                case["exit"] = int(raw[5:].strip())
-            elif raw.startswith("timeout:"):
-                case["timeout"] = int(raw[8:].strip())
-            elif raw.startswith("script:"):
-                case["files"]["script.xml"] = [one_line_script(raw[7:].strip())]
-            elif "rows" in case and raw.startswith("columns:"):
-                case["columns"] = [name.strip() for name in raw[8:].split("|")]
-            elif "rows" in case and raw.startswith("| "):
-                case["rows"].append(raw[2:])
-            elif raw.startswith("program:"):
-                case["program"] = raw[8:].strip()
-                problem = file_name_problem(case["program"])
-                if problem:
-                    case["refused"].append(problem)
-            elif raw.strip():
-                case["refused"].append("unknown line before the first section: %r" % raw)
-        else:
-            target = case["sections"] if section in SECTION_KINDS else case["files"]
-            target[section].append(raw)
+            (case["sections"] if section in SECTION_KINDS else case["files"])[section] = []
+        elif section is not None:
+            (case["sections"] if section in SECTION_KINDS else case["files"])[section].append(raw)
+        elif raw.startswith(("args:", "exit:", "timeout:", "program:")):
+            key, _, value = raw.partition(":")
+            case[key] = int(value) if key in ("exit", "timeout") else value.strip()
+            if key == "program" and file_name_problem(case[key]):
+                case["refused"].append(file_name_problem(case[key]))
+        elif raw.startswith("script:"):
+            case["files"]["script.xml"] = [one_line_script(raw[7:].strip())]
+        elif "rows" in case and raw.startswith("columns:"):
+            case["columns"] = [name.strip() for name in raw[8:].split("|")]
+        elif "rows" in case and raw.startswith("| "):
+            case["rows"].append(raw[2:])
+        elif raw.strip():
+            case["refused"].append("unknown line before the first section: %r" % raw)
     for c in cases + ([every] if every else []):  # a section ends before the blank lines that separate cases
-        for group in (c["sections"], c["files"]):
-            for key, lines in group.items():
-                while lines and lines[-1] == "":
-                    lines.pop()
+        for lines in list(c["sections"].values()) + list(c["files"].values()):
+            while lines and lines[-1] == "":
+                lines.pop()
         if c.get("wrapped"):
             c["files"]["script.xml"] = ['<script version="1.1">'] + c["files"]["script.xml"] + ["</script>"]
-    if every:
-        for c in cases:
+        if every:
             c["sections"] = {**every["sections"], **c["sections"]}
     return [row for c in cases for row in (table_rows(c) if "rows" in c else [c])]
 
@@ -191,13 +153,9 @@ def table_rows(table):
             cells[wide:wide + extra + 1] = [" | ".join(cells[wide:wide + extra + 1])]
         if unknown or len(cells) != len(columns):
             case["refused"].append("a row needs one cell for each of the columns %s" % columns)
-            yield case
-            continue
-        for name, cell in zip(columns, cells):
-            if name == "exit":
-                case["exit"] = int(cell)
-            elif name == "args":
-                case["args"] = cell
+        for name, cell in zip(columns, cells) if not case["refused"] else ():
+            if name in ("exit", "args"):
+                case[name] = int(cell) if name == "exit" else cell
             elif name == "script":
                 case["files"]["script.xml"] = [one_line_script(cell)]
             elif name == "line":
@@ -251,15 +209,15 @@ def run_bounded(command, cwd, env, timeout):
         return None
 
 
-def bash(kind, script, cwd, env, timeout):
+def bash(kind, case, cwd, env):
     """None when the section passed, else why it failed."""
-    result = run_bounded(["bash", "-c", BASH_PRELUDE + script], cwd, env, timeout)
+    timeout = case.get("timeout", DEFAULT_TIMEOUT)
+    result = run_bounded(["bash", "-c", BASH_PRELUDE + "\n".join(case["sections"][kind])], cwd, env, timeout)
     if result is None:
         return "%s timed out after %d s" % (kind, timeout)
-    returncode, stdout, stderr = result
-    if returncode == 0:
-        return None
-    return "%s failed:\n%s%s" % (kind, stdout.decode("utf-8", "replace"), stderr.decode("utf-8", "replace"))
+    if result[0] != 0:
+        return "%s failed:\n%s%s" % (kind, result[1].decode("utf-8", "replace"), result[2].decode("utf-8", "replace"))
+    return None
 
 
 def run_case(case, opts, workdir):
@@ -275,33 +233,31 @@ def run_case(case, opts, workdir):
     env = dict(os.environ, WINE_RUN=opts.wine_run, WINE_PREFIX=opts.prefix, UPKEEP=opts.exe,
                HELPERS=opts.helpers or "", CASES_DIR=case["dir"], LC_ALL="C.UTF-8")
     problems = run_steps(case, opts, workdir, env)
-    if "teardown" in case["sections"]:
-        failure = bash("teardown", "\n".join(case["sections"]["teardown"]), workdir, env,
-                       case.get("timeout", DEFAULT_TIMEOUT))
-        if failure:
-            problems.append(failure)
-    return problems
+    failure = "teardown" in case["sections"] and bash("teardown", case, workdir, env)
+    return problems + [failure] if failure else problems
+
+
+def command_line(case, opts, exe, workdir):
+    text = case["args"].replace("{exedir}", windows_path(os.path.dirname(exe)))
+    text = text.replace("{casedir}", windows_path(workdir))
+    text = text.replace("{caserel}", os.path.relpath(workdir, opts.work).replace(os.sep, "/"))
+    for key, name in (("{http}", "UPKEEP_HTTP"), ("{http_closed}", "UPKEEP_HTTP_CLOSED")):
+        text = text.replace(key, os.environ.get(name, key))
+    lexer = shlex.shlex(text, posix=True)
+    lexer.whitespace_split, lexer.escape = True, ""  # backslashes are Windows paths
+    return list(lexer)
 
 
 def run_steps(case, opts, workdir, env):
     sections = case["sections"]
-    timeout = case.get("timeout", DEFAULT_TIMEOUT)
-    if "setup" in sections:
-        failure = bash("setup", "\n".join(sections["setup"]), workdir, env, timeout)
-        if failure:
-            return [failure]
+    failure = "setup" in sections and bash("setup", case, workdir, env)
+    if failure:
+        return [failure]
     if "expect-debug" in sections:
         env["WINEDEBUG"] = "-all,warn+seh,warn+debugstr"
     exe = os.path.join(workdir, case["program"]) if "program" in case else opts.exe
-    arg_text = case["args"].replace("{exedir}", windows_path(os.path.dirname(exe)))
-    arg_text = arg_text.replace("{casedir}", windows_path(workdir))
-    arg_text = arg_text.replace("{caserel}", os.path.relpath(workdir, opts.work).replace(os.sep, "/"))
-    for key, name in (("{http}", "UPKEEP_HTTP"), ("{http_closed}", "UPKEEP_HTTP_CLOSED")):
-        arg_text = arg_text.replace(key, os.environ.get(name, key))
-    lexer = shlex.shlex(arg_text, posix=True)
-    lexer.whitespace_split, lexer.escape = True, ""  # backslashes are Windows paths
-    args = list(lexer)
-    run = run_bounded([opts.wine_run, opts.prefix, exe] + args, workdir, env, timeout)
+    timeout = case.get("timeout", DEFAULT_TIMEOUT)
+    run = run_bounded([opts.wine_run, opts.prefix, exe] + command_line(case, opts, exe, workdir), workdir, env, timeout)
     if run is None:
         return ["timed out after %d s" % timeout]
     returncode, stdout, stderr = run
@@ -309,55 +265,43 @@ def run_steps(case, opts, workdir, env):
     if output and output[-1] == "":
         output.pop()
     problems = []
-    expected_exit = case["exit"] & 0xFF
-    if expected_exit == 0 and case["exit"] != 0:
-        expected_exit = 1  # Wine reports a code whose low byte is 0 as 1
+    expected_exit = case["exit"] & 0xFF or (1 if case["exit"] else 0)  # Wine reports a low byte of 0 as 1
     if returncode < 0:
         # A Windows program cannot end this way by itself: Wine's server kills
         # threads with SIGQUIT when another process terminates this one.
         problems.append("killed by signal %d; stderr:\n%s" % (-returncode, stderr.decode("utf-8", "replace")[-2000:]))
     elif returncode != expected_exit:
         problems.append("exit code %d, expected %d (%d)" % (returncode, expected_exit, case["exit"]))
-    if "expect" in sections:
-        expected = sections["expect"]
-        if len(expected) != len(output) or not all(map(line_matches, expected, output)):
-            problems.append("output differs:\n" + "".join(
-                "%s %s\n" % ("  " if i < len(output) and i < len(expected) and line_matches(expected[i], output[i]) else "!!",
-                             output[i] if i < len(output) else "<missing: %s>" % expected[i])
-                for i in range(max(len(expected), len(output)))))
-    if "expect-in-order" in sections:
-        missing = in_order(sections["expect-in-order"], output)
-        if missing is not None:
-            problems.append("line not found in order: %r\noutput:\n%s" % (missing, "\n".join(output)))
+    expected = sections.get("expect")
+    if expected is not None and (len(expected) != len(output) or not all(map(line_matches, expected, output))):
+        problems.append("output differs:\n" + "".join(
+            "%s %s\n" % ("  " if i < min(len(output), len(expected)) and line_matches(expected[i], output[i]) else "!!",
+                         output[i] if i < len(output) else "<missing: %s>" % expected[i])
+            for i in range(max(len(expected), len(output)))))
+    missing = in_order(sections.get("expect-in-order", []), output)
+    if missing is not None:
+        problems.append("line not found in order: %r\noutput:\n%s" % (missing, "\n".join(output)))
     debug = [m.group(1) for m in map(DEBUG_LINE.match, stderr.decode("utf-8", "replace").splitlines()) if m]
-    for line in sections.get("expect-not", []):
-        if any(line_matches(line, actual) for actual in output + debug):
-            problems.append("unexpected line: %r" % line)
-    if "expect-debug" in sections:
-        missing = in_order(sections["expect-debug"], debug)
-        if missing is not None:
-            problems.append("debug line not found in order: %r\ndebug output:\n%s" % (missing, "\n".join(debug)))
-    if "check" in sections and not problems:
-        failure = bash("check", "\n".join(sections["check"]), workdir, env, timeout)
-        if failure:
-            problems.append(failure)
-    return problems
+    problems += ["unexpected line: %r" % line for line in sections.get("expect-not", [])
+                 if any(line_matches(line, actual) for actual in output + debug)]
+    missing = in_order(sections.get("expect-debug", []), debug)
+    if missing is not None:
+        problems.append("debug line not found in order: %r\ndebug output:\n%s" % (missing, "\n".join(debug)))
+    failure = "check" in sections and not problems and bash("check", case, workdir, env)
+    return problems + [failure] if failure else problems
 
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("--exe", required=True)
-    parser.add_argument("--prefix", required=True)
-    parser.add_argument("--wine-run", required=True)
-    parser.add_argument("--work", required=True)
+    for name in ("exe", "prefix", "wine-run", "work"):
+        parser.add_argument("--" + name, required=True)
     parser.add_argument("--helpers")
     parser.add_argument("--only", help="run only cases whose name contains this")
     parser.add_argument("files", nargs="+")
     opts = parser.parse_args()
-    for name in ("exe", "prefix", "wine_run", "work"):
-        setattr(opts, name, os.path.abspath(getattr(opts, name)))
-    if opts.helpers:
-        opts.helpers = os.path.abspath(opts.helpers)
+    for name in ("exe", "prefix", "wine_run", "work", "helpers"):
+        if getattr(opts, name):
+            setattr(opts, name, os.path.abspath(getattr(opts, name)))
     passed = failed = 0
     for path in opts.files:
         base = os.path.splitext(os.path.basename(path))[0]
@@ -371,12 +315,10 @@ def main():
             strays = sorted(set(os.listdir(os.path.dirname(casedir))) - beside)
             if strays:
                 problems.append("wrote outside its directory: %s" % ", ".join(strays))
-            if problems:
-                failed += 1
-                print("FAIL %s: %s\n  %s" % (base, case["name"], "\n  ".join("\n".join(problems).split("\n"))))
-            else:
-                passed += 1
-                print("ok   %s: %s" % (base, case["name"]))
+            failed += bool(problems)
+            passed += not problems
+            print("FAIL %s: %s\n  %s" % (base, case["name"], "\n  ".join("\n".join(problems).split("\n")))
+                  if problems else "ok   %s: %s" % (base, case["name"]))
     print("%d passed, %d failed" % (passed, failed))
     return 1 if failed else 0
 

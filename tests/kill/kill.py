@@ -1,21 +1,16 @@
 #!/usr/bin/env python3
 """Kills upkeep.exe from outside while it replaces a file, and checks what is left.
 
-For each scenario it writes the old files once, times one clean run (which
-also gives the new content of the target), then, --kills times: puts the old
-content back, starts the run under killer.exe, which ends it with
-TerminateProcess after a random delay within the clean run's time, and checks
-that the target is byte for byte the old or the new content. Then the next run
-over the same directory, leftovers and all, must end with 0 and leave the new
-content. Leftover temporary files are counted and removed.
-
-    kill.py --upkeep upkeep.exe --killer killer.exe --prefix PREFIX
-            --wine-run wine-run.sh --work DIR [--kills N] [--only NAME,...]
-
-UPKEEP_KILL_FULL=1 in the environment makes it 100 kills a scenario.
-Prints one line per scenario and per failure, and a summary line.
+Per scenario: one clean run (timed; it gives the target's new content), then
+--kills times: the old content back, the run started under killer.exe, which
+ends it with TerminateProcess after a random delay within the clean run's time;
+the target must be byte for byte old or new, and the next run over the same
+directory, leftovers and all, must end with 0 and leave the new content.
+Leftover temporary files are counted and removed. UPKEEP_KILL_FULL=1 makes it
+100 kills a scenario. Prints a line per scenario and failure, and a summary.
 """
 import argparse
+import collections
 import hashlib
 import os
 import random
@@ -56,12 +51,9 @@ def script(body):
             '  <exit id="failed" code="1"/>\n</script>\n' % body).encode()
 
 
-class Scenario:
-    """`files` are written before the first run (name -> bytes, or a function
-    giving them); the run changes `target` from its old to its new content."""
-
-    def __init__(self, name, target, files, args="/file script.xml"):
-        self.name, self.target, self.files, self.args = name, target, files, args
+# `files` are written before the first run (name -> bytes, or a function giving
+# them); the run changes `target` from its old to its new content.
+Scenario = collections.namedtuple("Scenario", "name target files args", defaults=["/file script.xml"])
 
 
 SCENARIOS = [

@@ -32,3 +32,10 @@ fails() {
     from=$((from + at))
   done
 }
+
+# errs KIND:NTH TAG ATTRIBUTES [LOGGED]: the element TAG with those attributes
+# and the error handler fails with 1117, which its end line (logged as LOGGED,
+# by default TAG) and the handler report.
+errs() {
+  fails "$1" "<$2 $3>$E</$2>" "${4:-$2} function end with error. err:'1117'" "Trace: handled 1117"
+}

@@ -12,17 +12,12 @@ import tempfile
 import zipfile
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "harness"))
-from script_cases import run_bounded  # noqa: E402
+from script_cases import run_bounded, windows_path  # noqa: E402
 from pe_test import problems as pe_problems  # noqa: E402
 
 PROGRAMS = ["upkeep.exe", "upkeep-password.exe", "upkeep-check.exe"]
 DOCUMENTS = ["README.md", "upkeep.xsd", "docs/reference.md"]
 TIMEOUT = 300
-
-
-def windows_path(path):
-    """The path a Windows program sees for a Linux path (Wine's Z: drive)."""
-    return "Z:" + os.path.abspath(path).replace("/", "\\")
 
 
 def source_files(directory, prefix):

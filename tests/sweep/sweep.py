@@ -2,28 +2,18 @@
 """The fault sweep: every kind of system call a script makes fails in turn.
 
 For each target script it counts the calls of each kind (upkeep-faults.exe
---count-calls), then reruns it in a fresh directory with that kind failing
-from its nth call on, for n up to the count (sampled evenly to --per-kind),
-with each error code of --codes. Every run must:
-  - end by itself within 60 s, without a crash, with an exit code the script
-    documents (0 done, 1 its error target; -3/-4 when the script itself
-    cannot be read; the code itself for /encrypt);
-  - never report a success that did not happen: a run that ends with 0 leaves
-    exactly what a clean run leaves, and a run that fails names the injected
-    code in an error line (or, for a true/false function, ends it with False);
-  - leave every file byte for byte as before the run or as a clean run leaves
-    it (no partial file, no temporary file), every registry value and key as
-    before or after, no child program running and no service behind.
-
-    sweep.py --faults upkeep-faults.exe --upkeep upkeep.exe --helpers DIR
-             --prefix PREFIX --wine-run wine-run.sh --work DIR [--per-kind N]
-             [--codes 5,112] [--alternate] [--only NAME,...] [--jobs N]
-
-UPKEEP_SWEEP_FULL=1 in the environment makes it the full sweep: 12 calls a
-kind, every code.
-
-Prints one line per failing run and a summary line. Adding a script is one
-line in TARGETS and a file in scripts/.
+--count-calls), then reruns it in a fresh directory with that kind failing from
+its nth call on (n sampled evenly up to the count, --per-kind at most), with
+each code of --codes (or one code a run, taking turns, with --alternate). Every
+run must end by itself within 60 s without a crash, with an exit code the
+script documents (0, 1 its error target, -3/-4 when the script itself cannot be
+read, the code itself for /encrypt); report no success that did not happen (a
+run ending with 0 leaves what a clean run leaves; a failing one names the code
+in an error line, or ends a true/false function with False); and leave every
+file and registry value as before or as a clean run leaves it (no partial or
+temporary file), no child program running and no service behind.
+UPKEEP_SWEEP_FULL=1 makes it 12 calls a kind with every code. Adding a script
+is one line in TARGETS and a file in scripts/.
 """
 import argparse
 import concurrent.futures
@@ -40,8 +30,9 @@ from script_cases import run_bounded, windows_path  # noqa: E402
 RUN_TIMEOUT = 60
 SCRIPT_EXITS = {0, 1}
 LOAD_EXITS = {253, 252}  # -3, -4: the script itself could not be read or prepared
-# Kinds whose failure keeps the script's roll-back from removing its service.
-SERVICE_KEEPERS = {"scm", "svcopen", "svccontrol", "svcdelete"}
+# Kinds whose failure keeps the script's roll-back from removing its service
+# (a running service is removed once it stops, and a stop waits on its status).
+SERVICE_KEEPERS = {"scm", "svcopen", "svcquery", "svccontrol", "svcdelete"}
 # Kinds whose failure keeps the script from finding or ending the child it started.
 CHILD_KEEPERS = {"snapshot", "terminate"}
 # An expansion that cannot reach the environment leaves the name as written,
@@ -54,18 +45,16 @@ OUT_OF_MEMORY = 14
 
 
 class Target:
-    """One script of the sweep: `files` are written into its directory before
-    every run (name -> bytes, or a helper program's name for a copy), `ignore`
-    matches files the run may leave that are not the script's edits."""
+    """One script: `files` are written into its directory before every run (name
+    -> bytes, or a helper program's name for a copy); `ignore` matches files a
+    run may leave that are not the script's edits; `unreported` names kinds whose
+    failure the script cannot see: said on a line, the files as before."""
 
     def __init__(self, name, files, args="/file script.xml", registry=False, service=False, ignore=None,
                  serial=False, unreported=(), memory=False):
-        self.name, self.files, self.args = name, files, args
-        self.registry, self.service, self.serial = registry, service, serial
-        # kinds whose failure a script cannot see: said on a line, files as before
-        self.unreported = set(unreported)
-        self.memory = memory
-        self.ignore = re.compile(ignore) if ignore else None
+        self.name, self.files, self.args, self.registry, self.service = name, files, args, registry, service
+        self.serial, self.unreported, self.ignore = serial, set(unreported), re.compile(ignore) if ignore else None
+        self.memory = memory  # also run with allocations failing above each of MEMORY_LIMITS
 
 
 def text(s):
@@ -317,6 +306,8 @@ def main():
                 runs += 1
                 problems = sweep.check(target, kind, nth, error, clean_before, clean_after, future.result(), rundir)
                 if problems:
+                    with open(os.path.join(rundir, "out.log"), "w") as log:  # kept for a look
+                        log.write("\n".join(future.result()[1]))
                     failures.append("FAIL %s %s:%d:%d: %s" % (target.name, kind, nth, error, "; ".join(problems)))
                     print(failures[-1], flush=True)
                 else:

@@ -73,6 +73,44 @@ std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
   return didYouMean(name, names);
 }
 
+bool isBuiltIn(const std::wstring& name) {
+  static const std::set<std::wstring> builtIn = {L"currentdir", L"enginefname", L"enginedir",
+                                                 L"arch",       L"os",          L"error"};
+  return builtIn.count(name) || equalsIgnoreAsciiCase(name, L"random");
+}
+
+// The environment's variable names, read once, so that most names that are
+// no variable there need no lookup each. Only ASCII names are compared here
+// (case-insensitively, as the environment does); any other name is looked up.
+class EnvironmentNames {
+ public:
+  EnvironmentNames() {
+    const std::optional<std::vector<std::wstring>> names = platform::environmentNames();
+    if (!names) return;
+    for (const std::wstring& name : *names) {
+      if (!isAscii(name)) return;
+      lowered_.insert(lowered(name));
+    }
+    complete_ = true;
+  }
+  // A name with '%' or '=' may mean more than one variable: it is looked up.
+  bool surelyLacks(const std::wstring& name) const {
+    return complete_ && !name.empty() && isAscii(name) && name.find_first_of(L"%=") == std::wstring::npos &&
+           !lowered_.count(lowered(name));
+  }
+
+ private:
+  static bool isAscii(const std::wstring& name) {
+    return std::all_of(name.begin(), name.end(), [](wchar_t c) { return c < 0x80; });
+  }
+  static std::wstring lowered(std::wstring name) {
+    for (wchar_t& c : name) c = asciiLower(c);
+    return name;
+  }
+  std::set<std::wstring> lowered_;
+  bool complete_ = false;
+};
+
 std::wstring handlerList(FunctionKind kind) {
   std::wstring list;
   for (const wchar_t* name : handlerNames(kind)) list += (list.empty() ? L"" : L", ") + std::wstring(name);
@@ -99,8 +137,10 @@ class Walker {
   }
 
   void warn(const Presets& presets) {
+    const EnvironmentNames environment;
     for (const auto& [name, where] : reads_) {
-      if (assigned_.count(name) || presets.count(name) || isProvidedVariable(name)) continue;
+      if (assigned_.count(name) || presets.count(name) || isBuiltIn(name)) continue;
+      if (!environment.surelyLacks(name) && isProvidedVariable(name)) continue;
       out_.add(Severity::Warning, where,
                platform::format(L"Variable '%s' is read but never assigned", name.c_str()));
     }
@@ -193,9 +233,7 @@ class Walker {
 }  // namespace
 
 bool isProvidedVariable(const std::wstring& name) {
-  static const std::set<std::wstring> builtIn = {L"currentdir", L"enginefname", L"enginedir",
-                                                 L"arch",       L"os",          L"error"};
-  if (builtIn.count(name) || equalsIgnoreAsciiCase(name, L"random")) return true;
+  if (isBuiltIn(name)) return true;
   const std::wstring reference = L"%" + name + L"%";
   const std::optional<std::wstring> value = platform::expandEnvironment(reference);
   return value && *value != reference;

@@ -1,8 +1,11 @@
 #include "engine/function.h"
 
+#include <tinyxml.h>
+
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "engine/log_lines.h"
+#include "engine/script_file.h"
 #include "platform/error_text.h"
 #include "platform/errors.h"
 #include "platform/format.h"
@@ -15,9 +18,46 @@ FunctionBase::~FunctionBase() {
   while (rest) rest = std::move(rest->next);
 }
 
-const std::wstring* FunctionBase::attribute(const wchar_t* name) const {
-  auto it = attributes_.find(name);
-  return it == attributes_.end() ? nullptr : &it->second;
+namespace {
+
+// Whether a script's UTF-8 name is `name`, without converting it when both are ASCII.
+bool sameName(const std::string& utf8, const wchar_t* name) {
+  size_t i = 0;
+  for (; i < utf8.size() && name[i]; ++i) {
+    const auto c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80 || name[i] >= 0x80) return scriptString(utf8.c_str()) == name;
+    if (c != name[i]) return false;
+  }
+  return i == utf8.size() && !name[i];
+}
+
+// The `data` parameter may be written as the text of a <data> child.
+std::optional<std::wstring> dataChild(const TiXmlElement& element) {
+  const TiXmlElement* data = element.FirstChildElement("data");
+  if (!data) return std::nullopt;
+  const TiXmlNode* first = data->FirstChild();
+  const TiXmlText* text = first ? first->ToText() : nullptr;
+  return text ? scriptString(text->Value()) : std::wstring();
+}
+
+}  // namespace
+
+std::optional<std::wstring> FunctionBase::attribute(const wchar_t* name) const {
+  if (!element_) return std::nullopt;
+  for (const TiXmlAttribute* a = element_->FirstAttribute(); a; a = a->Next())
+    if (sameName(a->NameTStr(), name)) return scriptString(a->Value());
+  if (std::wstring_view(name) == L"data") return dataChild(*element_);
+  return std::nullopt;
+}
+
+Attributes FunctionBase::attributes() const {
+  Attributes all;
+  if (!element_) return all;
+  for (const TiXmlAttribute* a = element_->FirstAttribute(); a; a = a->Next())
+    all.insert_or_assign(scriptString(a->Name()), scriptString(a->Value()));
+  if (!all.count(L"data"))
+    if (std::optional<std::wstring> data = dataChild(*element_)) all.emplace(L"data", std::move(*data));
+  return all;
 }
 
 std::wstring FunctionBase::expand(const std::wstring& text) const {
@@ -40,7 +80,7 @@ bool FunctionBase::refuse(std::wstring why) const {
 bool FunctionBase::readParameters() {
   if (!parameters_) return true;
   for (const Parameter& p : *parameters_) {
-    const std::wstring* value = attribute(p.name);
+    const std::optional<std::wstring> value = attribute(p.name);
     if (!value) {
       if (p.need != Need::Optional) return refuse(platform::format(L"'%s' is missing", p.name));
       if (p.store && p.defaultValue && !p.store(*this, p, p.defaultValue)) return false;

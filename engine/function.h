@@ -5,10 +5,13 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engine/parameters.h"
 #include "engine/runtime.h"
+
+class TiXmlElement;
 
 namespace engine {
 
@@ -30,17 +33,22 @@ class FunctionBase {
   // A label this function refers to, which must exist in the script.
   virtual const std::wstring* labelReference() const { return jumpTarget(); }
 
-  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind, const Parameters& parameters) {
+  // `element` is the script's element, which outlives the function: its
+  // attributes are read from there, never copied.
+  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind, const Parameters& parameters,
+              const TiXmlElement& element) {
     runtime_ = &runtime;
     name_ = std::move(tag);
     kind_ = kind;
     parameters_ = &parameters;
+    element_ = &element;
   }
   const std::wstring& name() const { return name_; }
   FunctionKind kind() const { return kind_; }
-  Attributes& attributes() { return attributes_; }
-  const Attributes& attributes() const { return attributes_; }
-  const std::wstring* attribute(const wchar_t* name) const;
+  // Every attribute by name, with a <data> child's text as `data` unless an
+  // attribute has that name.
+  Attributes attributes() const;
+  std::optional<std::wstring> attribute(const wchar_t* name) const;
   // The element's line in the script (0 when not known).
   int line() const { return line_; }
   void setLine(int line) { line_ = line; }
@@ -72,7 +80,7 @@ class FunctionBase {
   std::wstring name_;
   FunctionKind kind_ = FunctionKind::Plain;
   const Parameters* parameters_ = nullptr;
-  Attributes attributes_;
+  const TiXmlElement* element_ = nullptr;
   int line_ = 0;
 };
 

@@ -18,16 +18,6 @@ namespace {
 constexpr int kExpectedMajor = 1;
 constexpr int kExpectedMinor = 1;
 
-
-// The `data` parameter may be written as the text of a <data> child.
-void applyDataChild(TiXmlElement& element, Attributes& attributes) {
-  const TiXmlElement* data = element.FirstChildElement("data");
-  if (!data || attributes.count(L"data")) return;
-  const TiXmlNode* first = data->FirstChild();
-  const TiXmlText* text = first ? first->ToText() : nullptr;
-  attributes[L"data"] = text ? scriptString(text->Value()) : std::wstring();
-}
-
 }  // namespace
 
 // The known tag nearest to an unknown one, for the checker's message.
@@ -135,12 +125,9 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
     problem(&element, platform::format(L"Cannot create function '%s'", tag.c_str()));
     return nullptr;
   }
-  function->attach(runtime_, tag, entry->kind, entry->parameters());
+  function->attach(runtime_, tag, entry->kind, entry->parameters(), element);
   // Elements a loop was rewritten into have no place of their own in the file.
   function->setLine(element.Row() > 0 ? element.Row() : loopLine_);
-  for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next())
-    function->attributes().insert_or_assign(scriptString(a->Name()), scriptString(a->Value()));
-  applyDataChild(element, function->attributes());
   runtime_.refusal.clear();
   if (!function->readAttributes() &&
       !problem(&element, platform::format(L"Function '%s' has invalid parameters (attributes)", tag.c_str()),
@@ -149,9 +136,8 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   if (!buildHandlers(*function, element)) return nullptr;
   function->parent = owner;
 
-  auto id = function->attributes().find(L"id");
-  if (id != function->attributes().end() && !id->second.empty() && !addLabel(id->second, function.get(), element))
-    return nullptr;
+  const std::optional<std::wstring> id = function->attribute(L"id");
+  if (id && !id->empty() && !addLabel(*id, function.get(), element)) return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
     labels_.try_emplace(*target, Label{nullptr, &element});
   return function;

@@ -113,7 +113,7 @@ void recordFunctionEnd(const FunctionBase& function, uint32_t startedMs, bool ch
   if (!recordingRun()) return;
   const char* result = resultName(function);
   const bool failed = result[0] == 'e';
-  const std::wstring* id = function.attribute(L"id");
+  const std::optional<std::wstring> id = function.attribute(L"id");
   Totals& totals = state().totals;
   ++totals.functions;
   totals.errors += failed;

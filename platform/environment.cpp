@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cwchar>
+
 #include "platform/injected_error.h"
 
 namespace platform {
@@ -31,6 +33,20 @@ std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
       1024, [&](wchar_t* buffer, DWORD size) { return ExpandEnvironmentStringsW(text.c_str(), buffer, size); });
   if (expanded && !expanded->empty() && expanded->back() == L'\0') expanded->pop_back();  // counted by the call
   return expanded;
+}
+
+std::optional<std::vector<std::wstring>> environmentNames() {
+  if (failedOnPurpose(Call::Environment)) return std::nullopt;
+  wchar_t* block = GetEnvironmentStringsW();
+  if (!block) return std::nullopt;
+  // "name=value\0" entries up to an empty one; a name may start with '='.
+  std::vector<std::wstring> names;
+  for (const wchar_t* entry = block; *entry; entry += std::wcslen(entry) + 1) {
+    const wchar_t* equals = std::wcschr(entry + 1, L'=');
+    names.emplace_back(entry, equals ? equals : entry + std::wcslen(entry));
+  }
+  FreeEnvironmentStringsW(block);
+  return names;
 }
 
 std::optional<std::wstring> longPathName(const std::wstring& path) {

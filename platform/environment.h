@@ -4,12 +4,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
 // The text with %name% references to environment variables replaced
 // (unknown names stay as written); nothing when the expansion fails.
 std::optional<std::wstring> expandEnvironment(const std::wstring& text);
+// The names of the process's environment variables, as its environment block
+// lists them; nothing when the block cannot be read.
+std::optional<std::vector<std::wstring>> environmentNames();
 // The long form of an existing path; nothing when it cannot be had.
 std::optional<std::wstring> longPathName(const std::wstring& path);
 

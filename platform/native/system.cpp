@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <sys/stat.h>
 #include <thread>
@@ -48,6 +49,15 @@ uint32_t LineFile::writeLine(std::string_view) { return kAccessDenied; }
 
 // %name% references resolved from the process environment; unknown names and
 // a lone % stay as written, as ExpandEnvironmentStringsW leaves them.
+std::optional<std::vector<std::wstring>> environmentNames() {
+  std::vector<std::wstring> names;
+  for (char** entry = environ; *entry; ++entry) {
+    const char* equals = std::strchr(*entry + 1, '=');
+    names.push_back(fromUtf8(equals ? std::string_view(*entry, equals - *entry) : std::string_view(*entry)));
+  }
+  return names;
+}
+
 std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
   std::wstring out;
   size_t pos = 0;

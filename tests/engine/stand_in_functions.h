@@ -23,7 +23,7 @@ class Recording : public Base {
     this->variables().set(L"trail", this->variables().get(L"trail") + this->name() + L";");
   }
   std::wstring expanded(const wchar_t* name) const {
-    const std::wstring* value = this->attribute(name);
+    const auto value = this->attribute(name);
     return value ? this->expand(*value) : std::wstring();
   }
 };
@@ -38,9 +38,9 @@ class Goto : public Recording<engine::FunctionBase> {
  public:
   void execute() override {}
   bool readAttributes() override {
-    const std::wstring* target = attribute(L"target");
+    const auto target = attribute(L"target");
     target_ = target ? *target : std::wstring();
-    return target != nullptr;
+    return target.has_value();
   }
   const std::wstring* jumpTarget() const override { return &target_; }
 

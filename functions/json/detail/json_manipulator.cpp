@@ -14,7 +14,8 @@ const engine::Parameters& FunctionJsonManipulator::scalarParameters() {
 
 bool FunctionJsonManipulator::readParametersAndScalar(ScalarSource& source) {
   if (!readParameters()) return false;
-  source.choose(attribute(L"stringValue"), attribute(L"numberValue"), attribute(L"boolValue"));
+  const auto text = attribute(L"stringValue"), number = attribute(L"numberValue"), boolean = attribute(L"boolValue");
+  source.choose(text ? &*text : nullptr, number ? &*number : nullptr, boolean ? &*boolean : nullptr);
   return true;
 }
 

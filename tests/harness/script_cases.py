@@ -209,16 +209,30 @@ def run_bounded(command, cwd, env, timeout):
         return None
 
 
-def negated(line):
-    """A line `! command` fails the section when the command succeeds: under
-    `set -e` alone bash goes on after it unless it is the last line."""
-    return "if %s; then false; fi" % line[2:] if line.startswith("! ") else line
+def strict(lines):
+    """Under `set -e` alone bash goes on after a line `! command` whose command
+    succeeds, or a line `a && b` whose `a` fails, unless it is the last line:
+    such lines fail the section wherever they stand. Compound commands, lines
+    that go on, and here-documents are left as written."""
+    heredoc = None
+    for line in lines:
+        if heredoc:
+            heredoc = None if line.strip() == heredoc else heredoc
+        elif "<<" in line:
+            heredoc = line.split("<<", 1)[1].strip().strip("'\"-")
+        elif line.startswith("! "):
+            line = "if %s; then false; fi" % line[2:]
+        elif " && " in line and not any(c in re.sub(r"\$\([^()]*\)", "", line) for c in "#;{}()") and \
+                not line.rstrip().endswith(("\\", "&", "|")) and \
+                line.split()[0] not in ("for", "if", "while", "until", "case", "then", "do", "else"):
+            line += " || exit 1"
+        yield line
 
 
 def bash(kind, case, cwd, env):
     """None when the section passed, else why it failed."""
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
-    script = "\n".join(negated(line) for line in case["sections"][kind])
+    script = "\n".join(strict(case["sections"][kind]))
     result = run_bounded(["bash", "-c", BASH_PRELUDE + script], cwd, env, timeout)
     if result is None:
         return "%s timed out after %d s" % (kind, timeout)

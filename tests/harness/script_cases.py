@@ -28,7 +28,8 @@ by " | "; an args, script or file cell may hold " | " itself.
 Bash sections get `win` (runs a Windows program in the prefix), `await FILE`
 (10 s), `hold [FILE [none|rw|delete|read]]` and `release` (the helper that
 keeps a file open), `remove_service NAME...`, $HELPERS and $UPKEEP, and first
-source cases.sh beside the cases file. An unknown section or header line, or a
+source cases.sh beside the cases file. They run under `set -e`, and a line
+"! command" or "a && b" fails its section wherever it stands. An unknown section or header line, or a
 file name that is absolute or holds "..", refuses its case; so does writing
 beside the case directory. A step that outlives its timeout is stopped with
 everything it started, and fails its case.

@@ -1,6 +1,8 @@
 #include "engine/log.h"
 
+#include <array>
 #include <cstdarg>
+#include <string>
 
 #include "engine/log_lines.h"
 #include "engine/run_record.h"
@@ -53,8 +55,15 @@ void logFormatted(const wchar_t* format, ...) {
 }
 
 void logOutOfMemory() {
+  // The ASCII line with its line end, made when compiled: writing it allocates nothing.
+  static constexpr auto kBytes = [] {
+    std::array<char, std::char_traits<wchar_t>::length(kOutOfMemory.format) + 1> bytes{};
+    for (size_t i = 0; i + 1 < bytes.size(); ++i) bytes[i] = static_cast<char>(kOutOfMemory.format[i]);
+    bytes.back() = '\n';
+    return bytes;
+  }();
   LogState& s = state();
-  platform::writeOutput("The run ran out of memory\n");  // kOutOfMemory, as bytes
+  platform::writeOutput(std::string_view(kBytes.data(), kBytes.size()));
   if (s.trace.isOpen()) s.trace.writeLine(kOutOfMemory.format);
 }
 

@@ -33,10 +33,7 @@ std::optional<uint32_t> copyBeside(const std::wstring& from, const std::wstring&
 
 }  // namespace
 
-bool pathExists(const std::wstring& path) {
-  if (failedOnPurpose(Call::Attributes)) return false;
-  return PathFileExistsW(path.c_str());
-}
+bool pathExists(const std::wstring& path) { return inspectPath(path).kind != PathKind::Missing; }
 
 std::wstring fullPath(const std::wstring& path) {
   const DWORD size = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);

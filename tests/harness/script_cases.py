@@ -191,8 +191,9 @@ def in_order(expected, actual):
 
 
 def run_bounded(command, cwd, env, timeout):
-    """Runs `command` in a session of its own; (returncode, stdout, stderr) as
-    bytes, or None when it outlived `timeout`, after ending all it started."""
+    """Runs `command` in a session of its own; (returncode, stdout, stderr), the
+    output as bytes. When it outlives `timeout`, all it started is ended and the
+    returncode is None; the output is what it wrote until then."""
     process = subprocess.Popen(command, cwd=cwd, env=env, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                stderr=subprocess.PIPE, start_new_session=True)
     try:
@@ -204,10 +205,10 @@ def run_bounded(command, cwd, env, timeout):
         except ProcessLookupError:
             pass
         try:
-            process.communicate(timeout=10)
+            stdout, stderr = process.communicate(timeout=10)
         except subprocess.TimeoutExpired:
-            pass  # something escaped the session and holds the pipes: give up on its output
-        return None
+            stdout, stderr = b"", b""  # something escaped the session and holds the pipes
+        return None, stdout, stderr
 
 
 def strict(lines):
@@ -235,8 +236,8 @@ def bash(kind, case, cwd, env):
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
     script = "\n".join(strict(case["sections"][kind]))
     result = run_bounded(["bash", "-c", BASH_PRELUDE + script], cwd, env, timeout)
-    if result is None:
-        return "%s timed out after %d s" % (kind, timeout)
+    if result[0] is None:
+        return "%s timed out after %d s:\n%s" % (kind, timeout, result[1].decode("utf-8", "replace"))
     if result[0] != 0:
         return "%s failed:\n%s%s" % (kind, result[1].decode("utf-8", "replace"), result[2].decode("utf-8", "replace"))
     return None
@@ -280,9 +281,9 @@ def run_steps(case, opts, workdir, env):
     exe = os.path.join(workdir, case["program"]) if "program" in case else opts.exe
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
     run = run_bounded([opts.wine_run, opts.prefix, exe] + command_line(case, opts, exe, workdir), workdir, env, timeout)
-    if run is None:
-        return ["timed out after %d s" % timeout]
     returncode, stdout, stderr = run
+    if returncode is None:
+        return ["timed out after %d s; its output until then:" % timeout] + stdout.decode("utf-8", "replace").splitlines()
     output = stdout.decode("utf-8", errors="replace").replace("\r\n", "\n").split("\n")
     if output and output[-1] == "":
         output.pop()

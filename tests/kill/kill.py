@@ -110,8 +110,8 @@ class Killing:
         started = time.monotonic()
         result = self.wine(self.upkeep(scenario), rundir)
         clean = time.monotonic() - started
-        if result is None or result[0] != 0:
-            return ["%s: the clean run failed: %r" % (scenario.name, result and result[:2])], 0, 0, clean
+        if result[0] != 0:
+            return ["%s: the clean run failed: %r" % (scenario.name, result[:2])], 0, 0, clean
         new = digest(target)
         if new == old:
             return ["%s: the clean run left the target unchanged" % scenario.name], 0, 0, clean
@@ -123,7 +123,7 @@ class Killing:
             delay = random.randint(0, int(clean * 1000))
             result = self.wine([windows_path(self.opts.killer), str(delay)] + self.upkeep(scenario), rundir)
             where = "%s kill %d at %d ms" % (scenario.name, attempt + 1, delay)
-            if result is None or result[0] != 0:
+            if result[0] != 0:
                 failures.append("%s: killer.exe failed: %r" % (where, result))
                 continue
             said = result[1].decode(errors="replace").strip().splitlines()[-1]  # after the program's own lines
@@ -136,9 +136,9 @@ class Killing:
                 shutil.copyfile(old_target, target)  # enciphering is not repeatable: start from the plain script
             stray = set(os.listdir(rundir)) - names
             result = self.wine(self.upkeep(scenario), rundir)
-            if result is None or result[0] != 0 or digest(target) != new:
+            if result[0] != 0 or digest(target) != new:
                 failures.append("%s: the next run, beside %s, failed: %s" %
-                                (where, sorted(stray) or "nothing", result and result[0]))
+                                (where, sorted(stray) or "nothing", result[0]))
             leftovers += len(stray)
             for name in set(os.listdir(rundir)) - names:
                 os.remove(os.path.join(rundir, name))

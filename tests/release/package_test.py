@@ -31,7 +31,7 @@ def source_files(directory, prefix):
 
 def run(command, env=None, cwd=None, timeout=TIMEOUT):
     result = run_bounded(command, cwd, env, timeout)
-    if result is None:
+    if result[0] is None:
         sys.exit("timed out after %d s: %s" % (timeout, " ".join(command)))
     code, stdout, stderr = result
     return code, stdout.decode("utf-8", "replace").replace("\r\n", "\n"), stderr.decode("utf-8", "replace")

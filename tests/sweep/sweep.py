@@ -42,6 +42,7 @@ UNNAMED = {"environment", "memory"}
 # the run ends by itself, with 14 when it is the interpreter that ran out.
 MEMORY_LIMITS = (64, 512, 1024, 4096)
 OUT_OF_MEMORY = 14
+HUNG = "hung past %d s" % RUN_TIMEOUT
 
 
 class Target:
@@ -91,6 +92,7 @@ TARGETS = [
 class Sweep:
     def __init__(self, opts):
         self.opts = opts
+        self.reruns = 0
         self.env = dict(os.environ, LC_ALL="C.UTF-8")
         self.assets = os.path.join(opts.work, "assets")
         make_assets(opts.helpers, self.assets)
@@ -174,7 +176,18 @@ class Sweep:
         return bool(found)
 
     def run(self, target, rundir, extra):
-        """(exit code or a problem text, output lines, state)."""
+        """(exit code or a problem text, output lines, state before, state after).
+        A run that hangs runs once more: under a heavily loaded machine a Wine
+        process can stall by itself; a second hang is the run's own."""
+        outcome = self.run_once(target, rundir, extra)
+        if outcome[0] == HUNG:
+            print("%s %s hung; its output until then:\n  %s\nrunning it once more" %
+                  (target.name, " ".join(extra), "\n  ".join(outcome[1])), flush=True)
+            self.reruns += 1
+            outcome = self.run_once(target, rundir, extra)
+        return outcome
+
+    def run_once(self, target, rundir, extra):
         self.prepare(target, rundir)
         before = self.state(target, rundir)
         result = self.wine(self.opts.faults, extra + self.arguments(target, rundir), rundir)
@@ -182,10 +195,10 @@ class Sweep:
         if target.service:
             state["service"] = self.wine("sc", ["query", self.service_name(rundir)], rundir)[0] == 0
         self.clean_up(target, rundir)
-        if result is None:
-            return "hung past %d s" % RUN_TIMEOUT, [], before, state
         code, stdout, stderr = result
         output = stdout.decode("utf-8", "replace").replace("\r\n", "\n").split("\n")
+        if code is None:
+            return HUNG, output, before, state
         if code < 0:
             return "killed by signal %d" % -code, output, before, state
         if b"Unhandled" in stderr:
@@ -202,6 +215,8 @@ class Sweep:
             match = re.fullmatch(r"calls: (\w+) (\d+)", line)
             if match and int(match.group(2)) > 0:
                 counts[match.group(1)] = int(match.group(2))
+        if not counts:
+            sys.exit("%s: the clean run counted no calls:\n%s" % (target.name, "\n".join(output)))
         return counts, before, after
 
     def check(self, target, kind, nth, error, clean_before, clean_after, outcome, rundir):
@@ -312,7 +327,8 @@ def main():
                     print(failures[-1], flush=True)
                 else:
                     shutil.rmtree(rundir, ignore_errors=True)
-    print("sweep: %d scripts, %d kinds, %d runs, %d failures" % (len(targets), len(kinds), runs, len(failures)))
+    reruns = ", %d run again after a hang" % sweep.reruns if sweep.reruns else ""
+    print("sweep: %d scripts, %d kinds, %d runs, %d failures%s" % (len(targets), len(kinds), runs, len(failures), reruns))
     return 1 if failures else 0
 
 

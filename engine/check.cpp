@@ -5,6 +5,8 @@
 #include <optional>
 #include <cstring>
 #include <set>
+#include <string_view>
+#include <unordered_set>
 
 #include <tinyxml.h>
 
@@ -61,10 +63,16 @@ class ReferenceRecorder final : public ExpansionSource {
   std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
 };
 
-const Parameter* findParameter(const Tag& tag, const std::wstring& name) {
+const Parameter* findParameter(const Tag& tag, std::string_view name) {
   for (const Parameter& p : tag.parameters())
-    if (name == p.name) return &p;
+    if (isAsciiName(name, p.name)) return &p;
   return nullptr;
+}
+
+bool isHandler(std::string_view name, FunctionKind kind) {
+  for (const wchar_t* handler : handlerNames(kind))
+    if (isAsciiName(name, handler)) return true;
+  return false;
 }
 
 std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
@@ -167,7 +175,7 @@ class Walker {
       return;
     }
     // An unknown tag is preparation's to report.
-    const Tag* tag = registry_.lookup(wide(element.Value()));
+    const Tag* tag = registry_.lookup(name);
     if (!tag) return;
     std::vector<Risk> risks;
     risks_.visit(element, risks);
@@ -177,27 +185,26 @@ class Walker {
 
   void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
     for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next()) {
-      const std::wstring name = wide(a->Name());
-      const Parameter* p = findParameter(tag, name);
-      if (p) {
+      const std::string_view utf8 = a->NameTStr();
+      if (const Parameter* p = findParameter(tag, utf8)) {
         noteAttribute(*p, element, a->Value());
-      } else if (name != L"id" && name.rfind(L"xmlns", 0) != 0 && name.rfind(L"xsi:", 0) != 0) {
+      } else if (utf8 != "id" && !utf8.starts_with("xmlns") && !utf8.starts_with("xsi:")) {
+        const std::wstring name = wide(a->Name());
         std::wstring text = platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str());
         if (const std::wstring hint = suggestedAttribute(tag, name); !hint.empty()) text += L": " + hint;
         out_.add(Severity::Warning, &element, std::move(text));
       }
     }
-    const auto handlers = handlerNames(tag.kind);
     for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement()) {
-      const std::wstring name = wide(child->Value());
-      if (std::find(handlers.begin(), handlers.end(), name) != handlers.end()) {
+      const std::string_view name = child->ValueStr();
+      if (isHandler(name, tag.kind)) {
         pushChildren(*child, pending);
-      } else if (name == L"data" && findParameter(tag, name)) {
+      } else if (name == "data" && findParameter(tag, name)) {
         if (!element.Attribute("data")) noteReads(*child, child->GetText());
       } else {
         out_.add(Severity::Error, child,
-                 platform::format(L"Element '%s' does not belong in function '%s': %s", name.c_str(), tag.name,
-                                  handlerList(tag.kind).c_str()));
+                 platform::format(L"Element '%s' does not belong in function '%s': %s", wide(child->Value()).c_str(),
+                                  tag.name, handlerList(tag.kind).c_str()));
       }
     }
   }
@@ -227,7 +234,7 @@ class Walker {
   Collector& out_;
   RiskChecks risks_;
   std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
-  std::set<std::wstring> assigned_, opened_;
+  std::unordered_set<std::wstring> assigned_, opened_;
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 // The function model: one object per script element. The engine creates it
 // through the registry, lets it read its attributes once, and runs it any
 // number of times; its result picks the handler that runs next.
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -23,6 +24,12 @@ class FunctionBase {
  public:
   // Deletes the whole list that follows (iteratively: lists can be long).
   virtual ~FunctionBase();
+  // Functions come from a pool of their own: a script makes its functions by
+  // the thousand at once, and a call to the general allocator for each, slow
+  // where the system heap is, would cost as much as the rest of preparing them.
+  // Scripts are prepared and run on one thread.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* function, std::size_t size);
   virtual void execute() = 0;
   // Reads the attributes through the tag's description; a class whose reading
   // is unusual overrides it and calls readParameters() first.

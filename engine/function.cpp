@@ -124,7 +124,7 @@ void FunctionRetError::clearResult() {
 }
 
 void FunctionRetError::logEnd(const wchar_t* tag) const {
-  log(kErrorEnd, tag ? tag : name().c_str(), failed_ ? L"error" : L"success", errorText_.c_str());
+  log(kErrorEnd, tag ? tag : name(), failed_ ? L"error" : L"success", errorText_.c_str());
 }
 
 void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
@@ -138,7 +138,7 @@ void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
 
 void FunctionRetBool::finish(bool result) {
   result_ = result;
-  log(kBoolEnd, name().c_str(), result ? L"True" : L"False");
+  log(kBoolEnd, name(), result ? L"True" : L"False");
 }
 
 void FunctionRetBool::finishAs(const std::wstring& subject, bool result) {

@@ -42,15 +42,16 @@ class FunctionBase {
 
   // `element` is the script's element, which outlives the function: its
   // attributes are read from there, never copied.
-  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind, const Parameters& parameters,
+  // `tag` is the registry's name, which outlives the function.
+  void attach(Runtime& runtime, const wchar_t* tag, FunctionKind kind, const Parameters& parameters,
               const TiXmlElement& element) {
     runtime_ = &runtime;
-    name_ = std::move(tag);
+    name_ = tag;
     kind_ = kind;
     parameters_ = &parameters;
     element_ = &element;
   }
-  const std::wstring& name() const { return name_; }
+  const wchar_t* name() const { return name_; }
   FunctionKind kind() const { return kind_; }
   // Every attribute by name, with a <data> child's text as `data` unless an
   // attribute has that name.
@@ -84,7 +85,7 @@ class FunctionBase {
 
  private:
   Runtime* runtime_ = nullptr;
-  std::wstring name_;
+  const wchar_t* name_ = L"";
   FunctionKind kind_ = FunctionKind::Plain;
   const Parameters* parameters_ = nullptr;
   const TiXmlElement* element_ = nullptr;

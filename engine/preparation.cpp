@@ -166,7 +166,7 @@ bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
       if (!err || !*err) {
         if (!problem(handler, platform::format(
                                   L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
-                                  function.name().c_str())))
+                                  function.name())))
           return false;
         continue;
       }

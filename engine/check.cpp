@@ -147,14 +147,15 @@ class Walker {
   void warn(const Presets& presets) {
     const EnvironmentNames environment;
     for (const auto& [name, where] : reads_) {
-      if (assigned_.count(name) || presets.count(name) || isBuiltIn(name)) continue;
+      if (assigned_.count(platform::toUtf8(name)) || presets.count(name) || isBuiltIn(name)) continue;
       if (!environment.surelyLacks(name) && isProvidedVariable(name)) continue;
       out_.add(Severity::Warning, where,
                platform::format(L"Variable '%s' is read but never assigned", name.c_str()));
     }
     for (const auto& [name, where] : handlesUsed_) {
       if (opened_.count(name)) continue;
-      out_.add(Severity::Warning, where, platform::format(L"Handle '%s' is used but never opened", name.c_str()));
+      out_.add(Severity::Warning, where,
+               platform::format(L"Handle '%s' is used but never opened", wide(name.data()).c_str()));
     }
   }
 
@@ -212,15 +213,15 @@ class Walker {
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
     switch (p.form) {
       case Form::Text: noteReads(element, value); break;
-      case Form::Variable: assigned_.insert(wide(value)); break;
+      case Form::Variable: assigned_.insert(value); break;
       case Form::Handle: noteHandle(element, value); break;
-      case Form::NewHandle: opened_.insert(wide(value)); break;
+      case Form::NewHandle: opened_.insert(value); break;
       default: break;
     }
   }
 
   void noteHandle(const TiXmlElement& element, const char* name) {
-    if (name && *name) handlesUsed_.try_emplace(wide(name), &element);
+    if (name && *name) handlesUsed_.try_emplace(name, &element);
   }
 
   void noteReads(const TiXmlElement& element, const char* text) {
@@ -233,8 +234,10 @@ class Walker {
   const FunctionRegistry& registry_;
   Collector& out_;
   RiskChecks risks_;
-  std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
-  std::unordered_set<std::wstring> assigned_, opened_;
+  std::map<std::wstring, const TiXmlElement*> reads_;  // name -> first use
+  // Names as the script writes them (UTF-8), kept by the document until preparation.
+  std::map<std::string_view, const TiXmlElement*> handlesUsed_;
+  std::unordered_set<std::string_view> assigned_, opened_;
 };
 
 }  // namespace

@@ -137,8 +137,8 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   if (!buildHandlers(*function, element)) return nullptr;
   function->parent = owner;
 
-  const std::optional<std::wstring> id = function->attribute(L"id");
-  if (id && !id->empty() && !addLabel(*id, function.get(), element)) return nullptr;
+  if (const char* id = element.Attribute("id"); id && *id && !addLabel(scriptString(id), function.get(), element))
+    return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
     labels_.try_emplace(*target, Label{nullptr, &element});
   return function;

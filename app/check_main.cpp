@@ -93,7 +93,7 @@ bool load(const Arguments& args, TiXmlDocument& document) {
   const size_t length = args.decrypt ? engine::decryptScript(bytes) : bytes.size();
   // Columns count characters, a tab as one.
   document.SetTabSize(1);
-  if (engine::parseScript(reinterpret_cast<const char*>(bytes.data()), length, document)) return true;
+  if (engine::parseScript(bytes, length, document)) return true;
   if (!document.Error() || document.ErrorId() == TiXmlBase::TIXML_ERROR_DOCUMENT_EMPTY) {
     printLine(args.script + L": error: the script holds no XML element" +
               (args.decrypt ? L"" : L" (an encrypted script needs /encfile)"));
@@ -106,20 +106,26 @@ bool load(const Arguments& args, TiXmlDocument& document) {
 }
 
 int check(const Arguments& args) {
-  TiXmlDocument document;
+  // Left to the end of the process, which gives its memory back at once.
+  TiXmlDocument& document = *new TiXmlDocument;
   if (!load(args, document)) {
     printLine(args.script + L": 1 error, 0 warnings");
     return kErrors;
   }
   const engine::FunctionRegistry registry = api::makeFunctionRegistry();
   size_t errors = 0, warnings = 0;
+  const std::string script = platform::toUtf8(args.script);
+  std::string report;  // printed at once: a script may have thousands of findings
   for (const engine::Finding& f : engine::checkScript(document, registry, args.presets)) {
     const bool error = f.severity == engine::Severity::Error;
     ++(error ? errors : warnings);
-    std::wstring place = args.script;
-    if (f.line > 0) place += L":" + std::to_wstring(f.line) + L":" + std::to_wstring(f.column);
-    printLine(place + (error ? L": error: " : L": warning: ") + f.text);
+    report += script;
+    if (f.line > 0) report += ":" + std::to_string(f.line) + ":" + std::to_string(f.column);
+    report += error ? ": error: " : ": warning: ";
+    platform::appendUtf8(f.text, report);
+    report += '\n';
   }
+  print(report);
   if (errors + warnings == 0) {
     printLine(args.script + L": no problems found");
     return kClean;

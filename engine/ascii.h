@@ -22,4 +22,14 @@ inline bool equalsIgnoreAsciiCase(std::wstring_view a, std::wstring_view b) {
   return compareIgnoreAsciiCase(a, b) == 0;
 }
 
+// Whether a script's UTF-8 name is `name`, which is ASCII as every name the
+// program defines (tags, attributes, loops) is: no conversion needed, and a
+// byte of a multi-byte character never equals an ASCII one.
+constexpr bool isAsciiName(std::string_view utf8, std::wstring_view name) {
+  if (utf8.size() != name.size()) return false;
+  for (size_t i = 0; i < utf8.size(); ++i)
+    if (static_cast<unsigned char>(utf8[i]) != static_cast<unsigned>(name[i])) return false;
+  return true;
+}
+
 }  // namespace engine

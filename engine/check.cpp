@@ -5,6 +5,8 @@
 #include <optional>
 #include <cstring>
 #include <set>
+#include <string_view>
+#include <unordered_set>
 
 #include <tinyxml.h>
 
@@ -61,10 +63,16 @@ class ReferenceRecorder final : public ExpansionSource {
   std::optional<std::wstring> environment(std::wstring_view reference) override { return std::wstring(reference); }
 };
 
-const Parameter* findParameter(const Tag& tag, const std::wstring& name) {
+const Parameter* findParameter(const Tag& tag, std::string_view name) {
   for (const Parameter& p : tag.parameters())
-    if (name == p.name) return &p;
+    if (isAsciiName(name, p.name)) return &p;
   return nullptr;
+}
+
+bool isHandler(std::string_view name, FunctionKind kind) {
+  for (const wchar_t* handler : handlerNames(kind))
+    if (isAsciiName(name, handler)) return true;
+  return false;
 }
 
 std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
@@ -139,14 +147,15 @@ class Walker {
   void warn(const Presets& presets) {
     const EnvironmentNames environment;
     for (const auto& [name, where] : reads_) {
-      if (assigned_.count(name) || presets.count(name) || isBuiltIn(name)) continue;
+      if (assigned_.count(platform::toUtf8(name)) || presets.count(name) || isBuiltIn(name)) continue;
       if (!environment.surelyLacks(name) && isProvidedVariable(name)) continue;
       out_.add(Severity::Warning, where,
                platform::format(L"Variable '%s' is read but never assigned", name.c_str()));
     }
     for (const auto& [name, where] : handlesUsed_) {
       if (opened_.count(name)) continue;
-      out_.add(Severity::Warning, where, platform::format(L"Handle '%s' is used but never opened", name.c_str()));
+      out_.add(Severity::Warning, where,
+               platform::format(L"Handle '%s' is used but never opened", wide(name.data()).c_str()));
     }
   }
 
@@ -167,7 +176,7 @@ class Walker {
       return;
     }
     // An unknown tag is preparation's to report.
-    const Tag* tag = registry_.lookup(wide(element.Value()));
+    const Tag* tag = registry_.lookup(name);
     if (!tag) return;
     std::vector<Risk> risks;
     risks_.visit(element, risks);
@@ -177,27 +186,26 @@ class Walker {
 
   void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
     for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next()) {
-      const std::wstring name = wide(a->Name());
-      const Parameter* p = findParameter(tag, name);
-      if (p) {
+      const std::string_view utf8 = a->NameTStr();
+      if (const Parameter* p = findParameter(tag, utf8)) {
         noteAttribute(*p, element, a->Value());
-      } else if (name != L"id" && name.rfind(L"xmlns", 0) != 0 && name.rfind(L"xsi:", 0) != 0) {
+      } else if (utf8 != "id" && !utf8.starts_with("xmlns") && !utf8.starts_with("xsi:")) {
+        const std::wstring name = wide(a->Name());
         std::wstring text = platform::format(L"Function '%s' does not read attribute '%s'", tag.name, name.c_str());
         if (const std::wstring hint = suggestedAttribute(tag, name); !hint.empty()) text += L": " + hint;
         out_.add(Severity::Warning, &element, std::move(text));
       }
     }
-    const auto handlers = handlerNames(tag.kind);
     for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement()) {
-      const std::wstring name = wide(child->Value());
-      if (std::find(handlers.begin(), handlers.end(), name) != handlers.end()) {
+      const std::string_view name = child->ValueStr();
+      if (isHandler(name, tag.kind)) {
         pushChildren(*child, pending);
-      } else if (name == L"data" && findParameter(tag, name)) {
+      } else if (name == "data" && findParameter(tag, name)) {
         if (!element.Attribute("data")) noteReads(*child, child->GetText());
       } else {
         out_.add(Severity::Error, child,
-                 platform::format(L"Element '%s' does not belong in function '%s': %s", name.c_str(), tag.name,
-                                  handlerList(tag.kind).c_str()));
+                 platform::format(L"Element '%s' does not belong in function '%s': %s", wide(child->Value()).c_str(),
+                                  tag.name, handlerList(tag.kind).c_str()));
       }
     }
   }
@@ -205,15 +213,15 @@ class Walker {
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
     switch (p.form) {
       case Form::Text: noteReads(element, value); break;
-      case Form::Variable: assigned_.insert(wide(value)); break;
+      case Form::Variable: assigned_.insert(value); break;
       case Form::Handle: noteHandle(element, value); break;
-      case Form::NewHandle: opened_.insert(wide(value)); break;
+      case Form::NewHandle: opened_.insert(value); break;
       default: break;
     }
   }
 
   void noteHandle(const TiXmlElement& element, const char* name) {
-    if (name && *name) handlesUsed_.try_emplace(wide(name), &element);
+    if (name && *name) handlesUsed_.try_emplace(name, &element);
   }
 
   void noteReads(const TiXmlElement& element, const char* text) {
@@ -226,8 +234,10 @@ class Walker {
   const FunctionRegistry& registry_;
   Collector& out_;
   RiskChecks risks_;
-  std::map<std::wstring, const TiXmlElement*> reads_, handlesUsed_;  // name -> first use
-  std::set<std::wstring> assigned_, opened_;
+  std::map<std::wstring, const TiXmlElement*> reads_;  // name -> first use
+  // Names as the script writes them (UTF-8), kept by the document until preparation.
+  std::map<std::string_view, const TiXmlElement*> handlesUsed_;
+  std::unordered_set<std::string_view> assigned_, opened_;
 };
 
 }  // namespace

@@ -86,14 +86,18 @@ FunctionBase* Engine::next(FunctionBase* f) {
   return continuation(f);
 }
 
-void Engine::reset() {
+void Engine::finish() {
   runtime_.impersonation.reset();
+  runtime_.handles.cleanUp();
+  setTraceFile(L"");
+}
+
+void Engine::reset() {
+  finish();
   labels_.clear();
   runtime_.variables.reset();
   runtime_.errorTarget.clear();
-  runtime_.handles.cleanUp();
   head_.reset();
-  setTraceFile(L"");
 }
 
 }  // namespace engine

@@ -1,7 +1,11 @@
 #include "engine/function.h"
 
+#include <cstddef>
+#include <memory_resource>
+
 #include <tinyxml.h>
 
+#include "engine/ascii.h"
 #include "engine/integer.h"
 #include "engine/log.h"
 #include "engine/log_lines.h"
@@ -12,6 +16,24 @@
 
 namespace engine {
 
+namespace {
+
+std::pmr::memory_resource& functionPool() {
+  // Never destroyed: functions the process leaves to its end may outlive statics.
+  static auto* pool = new std::pmr::unsynchronized_pool_resource;
+  return *pool;
+}
+
+}  // namespace
+
+void* FunctionBase::operator new(std::size_t size) {
+  return functionPool().allocate(size, alignof(std::max_align_t));
+}
+
+void FunctionBase::operator delete(void* function, std::size_t size) {
+  functionPool().deallocate(function, size, alignof(std::max_align_t));
+}
+
 FunctionBase::~FunctionBase() {
   // Unlink the successors one by one instead of recursing through them.
   std::unique_ptr<FunctionBase> rest = std::move(next);
@@ -19,17 +41,6 @@ FunctionBase::~FunctionBase() {
 }
 
 namespace {
-
-// Whether a script's UTF-8 name is `name`, without converting it when both are ASCII.
-bool sameName(const std::string& utf8, const wchar_t* name) {
-  size_t i = 0;
-  for (; i < utf8.size() && name[i]; ++i) {
-    const auto c = static_cast<unsigned char>(utf8[i]);
-    if (c >= 0x80 || name[i] >= 0x80) return scriptString(utf8.c_str()) == name;
-    if (c != name[i]) return false;
-  }
-  return i == utf8.size() && !name[i];
-}
 
 // The `data` parameter may be written as the text of a <data> child.
 std::optional<std::wstring> dataChild(const TiXmlElement& element) {
@@ -44,9 +55,10 @@ std::optional<std::wstring> dataChild(const TiXmlElement& element) {
 
 std::optional<std::wstring> FunctionBase::attribute(const wchar_t* name) const {
   if (!element_) return std::nullopt;
+  const std::wstring_view wanted(name);
   for (const TiXmlAttribute* a = element_->FirstAttribute(); a; a = a->Next())
-    if (sameName(a->NameTStr(), name)) return scriptString(a->Value());
-  if (std::wstring_view(name) == L"data") return dataChild(*element_);
+    if (isAsciiName(a->NameTStr(), wanted)) return scriptString(a->Value());
+  if (wanted == L"data") return dataChild(*element_);
   return std::nullopt;
 }
 
@@ -80,10 +92,12 @@ bool FunctionBase::refuse(std::wstring why) const {
 bool FunctionBase::readParameters() {
   if (!parameters_) return true;
   for (const Parameter& p : *parameters_) {
-    const std::optional<std::wstring> value = attribute(p.name);
+    std::optional<std::wstring> value = attribute(p.name);
     if (!value) {
       if (p.need != Need::Optional) return refuse(platform::format(L"'%s' is missing", p.name));
-      if (p.store && p.defaultValue && !p.store(*this, p, p.defaultValue)) return false;
+      if (!p.store || !p.defaultValue) continue;
+      std::wstring written = p.defaultValue;
+      if (!p.store(*this, p, written)) return false;
       continue;
     }
     if (value->empty() && p.need == Need::NonEmpty) return refuse(platform::format(L"'%s' is empty", p.name));
@@ -110,7 +124,7 @@ void FunctionRetError::clearResult() {
 }
 
 void FunctionRetError::logEnd(const wchar_t* tag) const {
-  log(kErrorEnd, tag ? tag : name().c_str(), failed_ ? L"error" : L"success", errorText_.c_str());
+  log(kErrorEnd, tag ? tag : name(), failed_ ? L"error" : L"success", errorText_.c_str());
 }
 
 void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
@@ -124,7 +138,7 @@ void FunctionRetError::endWith(uint32_t code, const wchar_t* tag) {
 
 void FunctionRetBool::finish(bool result) {
   result_ = result;
-  log(kBoolEnd, name().c_str(), result ? L"True" : L"False");
+  log(kBoolEnd, name(), result ? L"True" : L"False");
 }
 
 void FunctionRetBool::finishAs(const std::wstring& subject, bool result) {

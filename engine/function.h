@@ -2,6 +2,7 @@
 // The function model: one object per script element. The engine creates it
 // through the registry, lets it read its attributes once, and runs it any
 // number of times; its result picks the handler that runs next.
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -23,6 +24,12 @@ class FunctionBase {
  public:
   // Deletes the whole list that follows (iteratively: lists can be long).
   virtual ~FunctionBase();
+  // Functions come from a pool of their own: a script makes its functions by
+  // the thousand at once, and a call to the general allocator for each, slow
+  // where the system heap is, would cost as much as the rest of preparing them.
+  // Scripts are prepared and run on one thread.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* function, std::size_t size);
   virtual void execute() = 0;
   // Reads the attributes through the tag's description; a class whose reading
   // is unusual overrides it and calls readParameters() first.
@@ -35,15 +42,16 @@ class FunctionBase {
 
   // `element` is the script's element, which outlives the function: its
   // attributes are read from there, never copied.
-  void attach(Runtime& runtime, std::wstring tag, FunctionKind kind, const Parameters& parameters,
+  // `tag` is the registry's name, which outlives the function.
+  void attach(Runtime& runtime, const wchar_t* tag, FunctionKind kind, const Parameters& parameters,
               const TiXmlElement& element) {
     runtime_ = &runtime;
-    name_ = std::move(tag);
+    name_ = tag;
     kind_ = kind;
     parameters_ = &parameters;
     element_ = &element;
   }
-  const std::wstring& name() const { return name_; }
+  const wchar_t* name() const { return name_; }
   FunctionKind kind() const { return kind_; }
   // Every attribute by name, with a <data> child's text as `data` unless an
   // attribute has that name.
@@ -77,7 +85,7 @@ class FunctionBase {
 
  private:
   Runtime* runtime_ = nullptr;
-  std::wstring name_;
+  const wchar_t* name_ = L"";
   FunctionKind kind_ = FunctionKind::Plain;
   const Parameters* parameters_ = nullptr;
   const TiXmlElement* element_ = nullptr;

@@ -7,6 +7,7 @@
 
 #include <tinyxml.h>
 
+#include "engine/ascii.h"
 #include "platform/text.h"
 
 namespace engine {
@@ -120,7 +121,7 @@ std::span<const Loop> loops() {
 
 const Loop* findLoop(std::string_view name) {
   for (const Loop& loop : loops())
-    if (platform::toUtf8(loop.name) == name) return &loop;
+    if (isAsciiName(name, loop.name)) return &loop;
   return nullptr;
 }
 

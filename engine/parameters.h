@@ -4,6 +4,7 @@
 // engine can list about it.
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/integer.h"
@@ -29,8 +30,9 @@ enum class Form {
 };
 
 struct Parameter;
-// Converts an attribute's text into the function's member; false refuses it.
-using StoreParameter = bool (*)(FunctionBase&, const Parameter&, const std::wstring&);
+// Converts an attribute's text into the function's member; false refuses it
+// and leaves the text as it was. A text member takes the text over.
+using StoreParameter = bool (*)(FunctionBase&, const Parameter&, std::wstring&);
 
 struct Parameter {
   const wchar_t* name;
@@ -72,25 +74,25 @@ auto& field(FunctionBase& f) {
 }
 
 template <auto member>
-bool storeText(FunctionBase& f, const Parameter&, const std::wstring& value) {
-  field<member>(f) = value;
+bool storeText(FunctionBase& f, const Parameter&, std::wstring& value) {
+  field<member>(f) = std::move(value);
   return true;
 }
 
 template <auto member>
-bool storeInteger(FunctionBase& f, const Parameter&, const std::wstring& value) {
+bool storeInteger(FunctionBase& f, const Parameter&, std::wstring& value) {
   field<member>(f) = toInt(value);
   return true;
 }
 
 template <auto member>
-bool storeFlag(FunctionBase& f, const Parameter&, const std::wstring& value) {
+bool storeFlag(FunctionBase& f, const Parameter&, std::wstring& value) {
   field<member>(f) = value == L"true" || value == L"1";
   return true;
 }
 
 template <auto member>
-bool storeChoice(FunctionBase& f, const Parameter& p, const std::wstring& value) {
+bool storeChoice(FunctionBase& f, const Parameter& p, std::wstring& value) {
   for (size_t i = 0; i < p.choices.size(); ++i) {
     if (p.choices[i] != value) continue;
     field<member>(f) = static_cast<typename MemberOf<decltype(member)>::Type>(i);

@@ -114,15 +114,16 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
 // its attributes is still built when preparation goes on, so that its
 // handlers are checked too.
 std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlElement& element) {
-  const std::wstring tag = scriptString(element.Value());
-  const Tag* entry = registry_.lookup(tag);
+  const Tag* entry = registry_.lookup(element.ValueStr());
   if (!entry) {
+    const std::wstring tag = scriptString(element.Value());
     problem(&element, platform::format(L"Function '%s' not found", tag.c_str()), suggestedTag(tag));
     return nullptr;
   }
+  const wchar_t* tag = entry->name;
   std::unique_ptr<FunctionBase> function = entry->factory();
   if (!function) {
-    problem(&element, platform::format(L"Cannot create function '%s'", tag.c_str()));
+    problem(&element, platform::format(L"Cannot create function '%s'", tag));
     return nullptr;
   }
   function->attach(runtime_, tag, entry->kind, entry->parameters(), element);
@@ -130,14 +131,14 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   function->setLine(element.Row() > 0 ? element.Row() : loopLine_);
   runtime_.refusal.clear();
   if (!function->readAttributes() &&
-      !problem(&element, platform::format(L"Function '%s' has invalid parameters (attributes)", tag.c_str()),
+      !problem(&element, platform::format(L"Function '%s' has invalid parameters (attributes)", tag),
                runtime_.refusal))
     return nullptr;
   if (!buildHandlers(*function, element)) return nullptr;
   function->parent = owner;
 
-  const std::optional<std::wstring> id = function->attribute(L"id");
-  if (id && !id->empty() && !addLabel(*id, function.get(), element)) return nullptr;
+  if (const char* id = element.Attribute("id"); id && *id && !addLabel(scriptString(id), function.get(), element))
+    return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
     labels_.try_emplace(*target, Label{nullptr, &element});
   return function;
@@ -165,7 +166,7 @@ bool Engine::buildHandlers(FunctionBase& function, TiXmlElement& element) {
       if (!err || !*err) {
         if (!problem(handler, platform::format(
                                   L"Handler 'onerrorspec' for function '%s' does not have err attribute or it is empty",
-                                  function.name().c_str())))
+                                  function.name())))
           return false;
         continue;
       }

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "platform/text.h"
+
 namespace engine {
 namespace {
 
@@ -34,8 +36,10 @@ std::span<const wchar_t* const> handlerNames(FunctionKind kind) {
 bool FunctionRegistry::add(const Tag& tag) {
   if (!tag.name || !*tag.name || !tag.factory || !tag.parameters) return false;
   auto [it, added] = tags_.try_emplace(tag.name, tag);
-  if (added) it->second.family = families_.empty() ? nullptr : families_.back();
-  return added;
+  if (!added) return false;
+  it->second.family = families_.empty() ? nullptr : families_.back();
+  byScriptName_.emplace(platform::toUtf8(tag.name), &it->second);
+  return true;
 }
 
 bool FunctionRegistry::add(std::span<const Tag> tags) {
@@ -44,9 +48,9 @@ bool FunctionRegistry::add(std::span<const Tag> tags) {
   return all;
 }
 
-const Tag* FunctionRegistry::lookup(const std::wstring& name) const {
-  auto it = tags_.find(name);
-  return it == tags_.end() ? nullptr : &it->second;
+const Tag* FunctionRegistry::lookup(std::string_view name) const {
+  auto it = byScriptName_.find(name);
+  return it == byScriptName_.end() ? nullptr : it->second;
 }
 
 std::vector<const Tag*> FunctionRegistry::tags() const {

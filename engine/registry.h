@@ -5,7 +5,9 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/function.h"
@@ -107,13 +109,20 @@ class FunctionRegistry {
   // Adds a family's table; false when any of its tags was refused.
   bool add(std::span<const Tag> tags);
 
-  const Tag* lookup(const std::wstring& name) const;
+  // The tag of a script's element name (UTF-8), as written: names are case-sensitive.
+  const Tag* lookup(std::string_view name) const;
   // Every tag, in name order.
   std::vector<const Tag*> tags() const;
   size_t size() const { return tags_.size(); }
 
  private:
+  struct NameHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+  };
   std::map<std::wstring, Tag, std::less<>> tags_;
+  // The same tags by their UTF-8 names, which is how a script spells them.
+  std::unordered_map<std::string, const Tag*, NameHash, std::equal_to<>> byScriptName_;
   std::vector<const wchar_t*> families_;
 };
 

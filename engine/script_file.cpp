@@ -2,7 +2,10 @@
 
 #include <tinyxml.h>
 
+#include <cstdint>
 #include <cstring>
+#include <optional>
+#include <string_view>
 
 #include "engine/blowfish.h"
 #include "platform/text.h"
@@ -20,10 +23,6 @@ std::string utf16ToUtf8(const char* bytes, size_t length, bool bigEndian) {
   return platform::toUtf8(text);
 }
 
-bool startsWith(const char* bytes, size_t length, std::string_view prefix) {
-  return length >= prefix.size() && std::string_view(bytes, prefix.size()) == prefix;
-}
-
 }  // namespace
 
 std::wstring scriptString(const char* utf8) {
@@ -38,12 +37,24 @@ std::wstring scriptString(const char* utf8) {
   return out;
 }
 
-std::string scriptTextToUtf8(const char* bytes, size_t length) {
-  if (startsWith(bytes, length, "\xFF\xFE")) return utf16ToUtf8(bytes + 2, length - 2, false);
-  if (startsWith(bytes, length, "\xFE\xFF")) return utf16ToUtf8(bytes + 2, length - 2, true);
-  if (startsWith(bytes, length, "\xEF\xBB\xBF")) return std::string(bytes + 3, length - 3);
-  const std::string_view text(bytes, length);
-  if (platform::isValidUtf8(text)) return std::string(text);
+// A whole script is scanned here: a word at a time, without an early exit.
+bool isAscii(std::string_view text) {
+  uint64_t high = 0;
+  size_t i = 0;
+  for (; i + 8 <= text.size(); i += 8) {
+    uint64_t word;
+    std::memcpy(&word, text.data() + i, 8);
+    high |= word;
+  }
+  for (; i < text.size(); ++i) high |= static_cast<unsigned char>(text[i]);
+  return (high & 0x8080808080808080u) == 0;
+}
+
+// The text converted to UTF-8; std::nullopt when it is UTF-8 already.
+std::optional<std::string> convertedToUtf8(std::string_view text) {
+  if (text.starts_with("\xFF\xFE")) return utf16ToUtf8(text.data() + 2, text.size() - 2, false);
+  if (text.starts_with("\xFE\xFF")) return utf16ToUtf8(text.data() + 2, text.size() - 2, true);
+  if (text.starts_with("\xEF\xBB\xBF") || isAscii(text) || platform::isValidUtf8(text)) return std::nullopt;
   return platform::toUtf8(platform::fromAnsi(text));
 }
 
@@ -62,12 +73,17 @@ size_t decryptScript(std::vector<unsigned char>& bytes) {
   return (length + 1) / 2 * 2;
 }
 
-bool parseScript(const char* bytes, size_t length, TiXmlDocument& document) {
-  const std::string text = scriptTextToUtf8(bytes, length);
-  if (text.find_first_not_of(" \t\r\n") == std::string::npos) return false;
+bool parseScript(std::vector<unsigned char>& bytes, size_t length, TiXmlDocument& document) {
+  bytes.resize(length);
+  const std::optional<std::string> converted =
+      convertedToUtf8(std::string_view(reinterpret_cast<const char*>(bytes.data()), length));
+  bytes.push_back(0);
+  std::string_view text = converted ? std::string_view(*converted) : reinterpret_cast<const char*>(bytes.data());
+  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) return false;
   // A <data> child's text is a value: its spaces and line breaks are kept.
   TiXmlBase::SetCondenseWhiteSpace(false);
-  document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
+  document.Parse(text.data(), nullptr, TIXML_ENCODING_UTF8);
   return !document.Error();
 }
 

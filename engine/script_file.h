@@ -7,10 +7,6 @@ class TiXmlDocument;
 
 namespace engine {
 
-// Script text to UTF-8: UTF-16 (with its byte-order mark) and UTF-8 (with or
-// without one) are recognised; anything else is read in the ANSI code page.
-std::string scriptTextToUtf8(const char* bytes, size_t length);
-
 // Deciphers the bytes of an encrypted script in place with the program's key
 // (a truncated last block reads as zeros) and returns the length of the text
 // they hold: up to the zero padding, or for UTF-16 text up to its trailing zeros.
@@ -20,7 +16,11 @@ size_t decryptScript(std::vector<unsigned char>& bytes);
 // Most are ASCII, which is widened directly instead of through the system.
 std::wstring scriptString(const char* utf8);
 
-// Parses script text; false when it is empty or not well-formed XML.
-bool parseScript(const char* bytes, size_t length, TiXmlDocument& document);
+// Parses the script text held by the first `length` of `bytes`; false when it
+// is empty or not well-formed XML. UTF-16 (with its byte-order mark) and UTF-8
+// (with or without one) are recognised; anything else is read in the ANSI code
+// page. UTF-8 text, the usual case, is parsed where it stands: `bytes` is cut
+// to `length` and ended with a zero.
+bool parseScript(std::vector<unsigned char>& bytes, size_t length, TiXmlDocument& document);
 
 }  // namespace engine

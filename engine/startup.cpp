@@ -67,7 +67,7 @@ int loadScript(const CommandLine& args, TiXmlDocument& document) {
   if (!args.decrypt) {
     log(kLoadingXml);
     const uint32_t error = platform::readWholeFile(path, bytes);
-    if (error || !parseScript(reinterpret_cast<const char*>(bytes.data()), bytes.size(), document)) {
+    if (error || !parseScript(bytes, bytes.size(), document)) {
       log(L"Cannot load xml file '%s'\n", path.c_str());
       return -3;
     }
@@ -80,7 +80,7 @@ int loadScript(const CommandLine& args, TiXmlDocument& document) {
   }
   const size_t length = decryptScript(bytes);
   log(L"Loading decrypted xml");
-  if (!parseScript(reinterpret_cast<const char*>(bytes.data()), length, document)) {
+  if (!parseScript(bytes, length, document)) {
     log(L"Cannot parse xml file from '%s'\n", path.c_str());
     return -3;
   }
@@ -182,8 +182,11 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   if (args.encrypt) return encryptInPlace(args.scriptPath);
   startRunRecord(args);
 
-  TiXmlDocument document;
-  Engine engine(registry);
+  // The document and the prepared functions are left to the end of the process,
+  // which gives their memory back at once: freeing them node by node would cost
+  // a good part of what preparing them did.
+  TiXmlDocument& document = *new TiXmlDocument;
+  Engine& engine = *new Engine(registry);
   int result = loadScript(args, document);
   if (result == 0) {
     log(kPrepare);
@@ -198,7 +201,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
       result = -4;
     }
   }
-  engine.reset();
+  engine.finish();
   recordRunEnd(result);
   return result;
 }

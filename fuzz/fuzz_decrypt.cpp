@@ -26,7 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const size_t length = engine::decryptScript(bytes);
   if (length > bytes.size() || bytes.size() != engine::class_blowfish::paddedLength(size)) std::abort();
   TiXmlDocument document;
-  engine::parseScript(reinterpret_cast<const char*>(bytes.data()), length, document);
+  std::vector<unsigned char> text = bytes;  // parsing cuts its bytes to the text
+  engine::parseScript(text, length, document);
 
   engine::class_blowfish blowfish;
   blowfish.initialize(engine::class_blowfish::kProgramKey, 0);

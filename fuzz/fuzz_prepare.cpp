@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <vector>
 
 #include "engine/check.h"
 #include "engine/engine.h"
@@ -30,7 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size > kMaxInput) return 0;
   static const engine::FunctionRegistry registry = stand_in::registry();
   TiXmlDocument document;
-  if (!engine::parseScript(reinterpret_cast<const char*>(data), size, document)) return 0;
+  std::vector<unsigned char> bytes(data, data + size);
+  if (!engine::parseScript(bytes, size, document)) return 0;
   TiXmlDocument copy(document);
   engine::checkScript(copy, registry);
   engine::Engine engine(registry);

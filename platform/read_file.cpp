@@ -27,6 +27,7 @@ uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& byt
   const long length = std::ftell(file.get());
   std::fseek(file.get(), 0, SEEK_SET);
   if (length <= 0) return 1006;
+  bytes.reserve(static_cast<size_t>(length) + 1);  // room for the zero a parser ends text with
   bytes.resize(static_cast<size_t>(length));
   if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));

@@ -72,7 +72,7 @@ const Parameters& FunctionFileFind::parameters(const Variant& variant) {
 void FunctionFileFind::execute() {
   clearResult();
   const std::wstring root = expand(root_), pattern = expand(pattern_);
-  const wchar_t* tag = name().c_str();
+  const wchar_t* tag = name();
   engine::log(kStart, tag, root.c_str(), pattern.c_str(), depth_);
   std::vector<std::wstring> found;
   const uint32_t error = searchDirectory(Search{pattern, depth_, directories_, found}, root, 0);

@@ -22,7 +22,7 @@ const Parameters& FunctionFileMoveSingle::parameters() {
 void FunctionFileMoveSingle::execute() {
   clearResult();
   const std::wstring src = expand(src_), dest = expand(dest_);
-  const wchar_t* tag = name().c_str();
+  const wchar_t* tag = name();
   // "After reboot:" without a space is the program's established wording,
   // which scripts and log readers match.
   engine::log(kStart, tag, src.c_str(), dest.c_str(), failIfExists_, afterReboot_);

@@ -22,7 +22,7 @@ void FunctionJsonGetArrayFromObject::execute() {
   engine::log(kStart, arrayHandle_.c_str(), objectHandle_.c_str(), xpath.c_str());
   std::optional<helpers::JsonLocation> location = findObject(objectHandle_);
   if (!location) {
-    engine::log(helpers::kNotAnObjectStop, name().c_str(), objectHandle_.c_str());
+    engine::log(helpers::kNotAnObjectStop, name(), objectHandle_.c_str());
     return end(false);
   }
   if (!walkPath(*location, xpath) || !location->value->is<picojson::array>()) {

@@ -22,7 +22,7 @@ void FunctionJsonGetScalarFromObject::execute() {
   engine::log(kStart, var_.c_str(), handle_.c_str(), xpath.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(helpers::kNotAnObjectStop, name().c_str(), handle_.c_str());
+    engine::log(helpers::kNotAnObjectStop, name(), handle_.c_str());
     return end(false);
   }
   // A missing key and a non-scalar value give the same message.

@@ -24,7 +24,7 @@ void FunctionJsonInsertEmptyNonScalarIntoArray::execute() {
   if (!elements) return end(false);
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
   if (!value) {
-    engine::log(helpers::kUnknownNonScalarType, name().c_str());
+    engine::log(helpers::kUnknownNonScalarType, name());
     return end(false);
   }
   elements->insert(elements->begin() + static_cast<std::ptrdiff_t>(index), std::move(*value));

@@ -24,12 +24,12 @@ void FunctionJsonInsertEmptyNonScalarIntoObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), name_.c_str());
   picojson::value* object = helpers::findJsonOf<picojson::object>(handles(), handle_);
   if (!object) {
-    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
+    engine::log(helpers::kNotAnObject, name(), handle_.c_str());
     return end(false);
   }
   std::optional<picojson::value> value = helpers::emptyNonScalar(type_);
   if (!value) {
-    engine::log(helpers::kUnknownNonScalarType, name().c_str());
+    engine::log(helpers::kUnknownNonScalarType, name());
     return end(false);
   }
   object->get<picojson::object>()[platform::toUtf8(name_)] = std::move(*value);

@@ -27,7 +27,7 @@ void FunctionJsonRemoveFieldFromObject::execute() {
   engine::log(kStart, handle_.c_str(), xpath.c_str(), name_.c_str());
   std::optional<helpers::JsonLocation> location = findObject(handle_);
   if (!location) {
-    engine::log(helpers::kNotAnObject, name().c_str(), handle_.c_str());
+    engine::log(helpers::kNotAnObject, name(), handle_.c_str());
     return end(false, kEndTag);
   }
   if (!walkPath(*location, xpath) || !location->value->is<picojson::object>()) {

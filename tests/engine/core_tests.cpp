@@ -63,11 +63,11 @@ TEST(Registry, RefusesDuplicatesAndIsCaseSensitive) {
   engine::FunctionRegistry r;
   EXPECT_TRUE(r.add(engine::tag<Dummy>(L"x")));
   EXPECT_FALSE(r.add(engine::tag<Flag>(L"x")));
-  EXPECT_EQ(r.lookup(L"x")->kind, engine::FunctionKind::Plain);
+  EXPECT_EQ(r.lookup("x")->kind, engine::FunctionKind::Plain);
   EXPECT_TRUE(r.add(engine::tag<Flag>(L"z")));
-  EXPECT_EQ(r.lookup(L"z")->kind, engine::FunctionKind::Bool);
+  EXPECT_EQ(r.lookup("z")->kind, engine::FunctionKind::Bool);
   EXPECT_EQ(r.size(), 2u);
-  EXPECT_EQ(r.lookup(L"X"), nullptr);  // tags are case-sensitive
+  EXPECT_EQ(r.lookup("X"), nullptr);  // tags are case-sensitive
 }
 
 TEST(FunctionList, DeletingTheHeadDeletesAVeryLongListWithoutRecursion) {

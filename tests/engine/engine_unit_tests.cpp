@@ -70,7 +70,7 @@ class Vocabulary : public ::testing::Test {
   // empty when there is none.
   std::string misplacedHandler(const TiXmlElement& list) const {
     for (const TiXmlElement* f = list.FirstChildElement(); f; f = f->NextSiblingElement()) {
-      const engine::Tag* tag = registry.lookup(platform::fromUtf8(f->Value()));
+      const engine::Tag* tag = registry.lookup(f->ValueStr());
       if (!tag) continue;
       const auto handlers = engine::handlerNames(tag->kind);
       for (const TiXmlElement* h = f->FirstChildElement(); h; h = h->NextSiblingElement()) {

@@ -75,7 +75,7 @@ std::string output(const std::wstring& command) {
 // The tags of the elements in `element` and below it.
 void collectTags(const engine::FunctionRegistry& registry, const TiXmlElement& element,
                  std::vector<const engine::Tag*>& found) {
-  if (const engine::Tag* tag = registry.lookup(platform::fromUtf8(element.Value()))) found.push_back(tag);
+  if (const engine::Tag* tag = registry.lookup(element.ValueStr())) found.push_back(tag);
   for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement())
     collectTags(registry, *child, found);
 }

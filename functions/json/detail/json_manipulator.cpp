@@ -68,18 +68,18 @@ picojson::array* FunctionJsonManipulator::arrayForEdit(const std::wstring& handl
                                                        bool endAllowed, size_t& index) const {
   picojson::value* array = findJsonOf<picojson::array>(handles(), handle);
   if (!array) {
-    engine::log(kEditNotAnArray, name().c_str(), handle.c_str());
+    engine::log(kEditNotAnArray, name(), handle.c_str());
     return nullptr;
   }
   const std::optional<int> parsed = parseIndex(indexText);
   if (!parsed) {
-    engine::log(kEditNotAnIndex, name().c_str(), indexText.c_str());
+    engine::log(kEditNotAnIndex, name(), indexText.c_str());
     return nullptr;
   }
   picojson::array& elements = array->get<picojson::array>();
   const size_t limit = endAllowed ? elements.size() + 1 : elements.size();
   if (*parsed < 0 || static_cast<size_t>(*parsed) >= limit) {
-    engine::log(kEditOutOfBounds, name().c_str(), indexText.c_str(), handle.c_str());
+    engine::log(kEditOutOfBounds, name(), indexText.c_str(), handle.c_str());
     return nullptr;
   }
   index = static_cast<size_t>(*parsed);
@@ -90,9 +90,9 @@ bool FunctionJsonManipulator::convertScalar(const ScalarSource& source, const st
                                             picojson::value& out) const {
   switch (source.convert(expanded, out)) {
     case ScalarSource::Error::None: return true;
-    case ScalarSource::Error::Number: engine::log(kNotANumber, name().c_str(), expanded.c_str()); break;
-    case ScalarSource::Error::Boolean: engine::log(kNotABoolean, name().c_str(), expanded.c_str()); break;
-    case ScalarSource::Error::Type: engine::log(kUnknownValueType, name().c_str()); break;
+    case ScalarSource::Error::Number: engine::log(kNotANumber, name(), expanded.c_str()); break;
+    case ScalarSource::Error::Boolean: engine::log(kNotABoolean, name(), expanded.c_str()); break;
+    case ScalarSource::Error::Type: engine::log(kUnknownValueType, name()); break;
   }
   return false;
 }

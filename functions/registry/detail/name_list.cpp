@@ -16,7 +16,7 @@ const Parameters& NameList::parameters() {
 void NameList::execute() {
   clearResult();
   const std::wstring key = this->key(), delim = expand(delim_);
-  engine::log(kNameListStart, name().c_str(), root(), key.c_str(), var_.c_str());
+  engine::log(kNameListStart, name(), root(), key.c_str(), var_.c_str());
   platform::UniqueKey opened;
   std::vector<std::wstring> names;
   uint32_t error = platform::openKey(rootKey(), key, variant_.access, opened);

@@ -10,7 +10,7 @@ const Parameters& ServiceFunction::parameters() {
 }
 
 uint32_t ServiceFunction::failedTo(uint32_t error, StepLine what) const {
-  engine::log(what, name().c_str());
+  engine::log(what, name());
   return error;
 }
 

@@ -19,7 +19,7 @@ const Parameters& ServiceStateChange::parameters() {
 void ServiceStateChange::execute() {
   clearResult();
   const std::wstring name = expand(name_);
-  engine::log(kStateChangeStart, this->name().c_str(), name.c_str(), waitTime_);
+  engine::log(kStateChangeStart, this->name(), name.c_str(), waitTime_);
   endWith(change(name));
 }
 
@@ -33,7 +33,7 @@ uint32_t ServiceStateChange::change(const std::wstring& name) const {
   platform::ServiceState state = platform::ServiceState::Unknown;
   if (const uint32_t error = platform::queryServiceState(service, state)) return failedTo(error, kCannotQueryStatus);
   if (state == request_.awaitedState) {
-    engine::log(request_.already, this->name().c_str());
+    engine::log(request_.already, this->name());
     return 0;
   }
   if (const uint32_t error = request_.send(service)) return failedTo(error, request_.refused);

@@ -579,7 +579,9 @@ bool Evaluator::streamFrom(const Node& ctx, const Step* step, const Step* end, N
   bool pair = isChildGroupPair(step, end);
   const Step* after = step + (pair ? 2 : 1);
   auto rest = [&](const Node& n) { return streamFrom(n, after, end, sink); };
-  return pair ? childGroupsFrom(step[1], ctx, rest) : stepFrom(*step, ctx, rest);
+  // The last step feeds the sink itself.
+  NodeSink next = after == end ? sink : NodeSink(rest);
+  return pair ? childGroupsFrom(step[1], ctx, next) : stepFrom(*step, ctx, next);
 }
 
 bool Evaluator::holdsEach(const Step& step, const Node& n) {
@@ -595,11 +597,18 @@ bool Evaluator::stepFrom(const Step& step, const Node& ctx, NodeSink next) {
   if (step.positionalFrom == predicates.size() && !isReverse(step.axis)) {
     // Each node is decided alone and passed on as soon as it is met.
     bool going = true;
-    walkAxis(step.axis, ctx, counter, [&](const Node& n) {
-      if (!matches(step, step.axis, n) || !holdsEach(step, n)) return true;
+    auto pass = [&](const Node& n) {
+      if (!predicates.empty() && !holdsEach(step, n)) return true;
       going = next(n);
       return going;
-    });
+    };
+    if (walksElements(step) && !ctx.attribute) {
+      auto named = [&](const TiXmlNode* e) { return nameMatches(step, e->ValueStr()); };
+      walkDescendantElements(ctx.node, step.axis == Axis::DescendantOrSelf, counter, named,
+                             [&](const TiXmlNode* e, std::size_t) { return pass(Node{e, nullptr}); });
+      return going;
+    }
+    walkAxis(step.axis, ctx, counter, [&](const Node& n) { return !matches(step, step.axis, n) || pass(n); });
     return going;
   }
   // Positions count in axis order among the nodes that passed the predicates
@@ -650,27 +659,41 @@ bool Evaluator::childGroupsFrom(const Step& child, const Node& ctx, NodeSink nex
     checkSize(survivors->size());
     return true;
   };
-  const TiXmlNode* top = ctx.node;
-  std::size_t depth = 1;
-  for (const TiXmlNode* n = firstChild(top); n;) {
-    visit();
+  // Meets `n`, `depth` levels below `ctx`; false to stop.
+  auto meet = [&](const TiXmlNode* n, std::size_t depth) {
     while (!groups.empty() && groups.back().parentDepth >= depth) {
       survivors->resize(groups.back().begin);
       groups.pop_back();
     }
     Node node{n, nullptr};
-    if (matches(child, Axis::Child, node)) {
-      if (groups.empty() || groups.back().parentDepth != depth - 1) {
-        std::size_t begin = survivors->size();
-        stepFrom(child, Node{n->Parent(), nullptr}, keep);
-        groups.push_back({depth - 1, begin, begin, survivors->size()});
-      }
-      Group& g = groups.back();
-      if (g.next < g.end && (*survivors)[g.next].node == n) {
-        ++g.next;
-        if (!next(node)) return false;
-      }
+    if (!matches(child, Axis::Child, node)) return true;
+    if (groups.empty() || groups.back().parentDepth != depth - 1) {
+      std::size_t begin = survivors->size();
+      stepFrom(child, Node{n->Parent(), nullptr}, keep);
+      groups.push_back({depth - 1, begin, begin, survivors->size()});
     }
+    Group& g = groups.back();
+    if (g.next == g.end || (*survivors)[g.next].node != n) return true;
+    ++g.next;
+    return next(node);
+  };
+  const TiXmlNode* top = ctx.node;
+  if (isNameTest(child.test)) {
+    // Only elements can pass, and meeting every one of them is enough to
+    // close the groups of parents the walk has left.
+    bool going = true;
+    walkDescendantElements(
+        top, false, [this] { visit(); }, [](const TiXmlNode*) { return true; },
+        [&](const TiXmlNode* e, std::size_t depth) {
+          going = meet(e, depth);
+          return going;
+        });
+    return going;
+  }
+  std::size_t depth = 1;
+  for (const TiXmlNode* n = firstChild(top); n;) {
+    visit();
+    if (!meet(n, depth)) return false;
     // On to the next node of the subtree in document order.
     if (const TiXmlNode* c = firstChild(n)) {
       n = c;

@@ -109,6 +109,12 @@ bool isAttributeLookup(const Expr& e) {
   return s.axis == Axis::Attribute && s.test == Test::Name && s.predicates.empty();
 }
 
+// "//x" or "descendant::x" without predicates, from the root or the context node.
+bool isDescendantNameWalk(const Expr& e) {
+  if (e.op != Op::Path || e.start == PathStart::Expr || e.steps.size() != 1 || e.cacheSlot >= 0) return false;
+  return walksElements(e.steps[0]) && e.steps[0].predicates.empty();
+}
+
 // "." : the context node itself.
 bool isContextNode(const Expr& e) {
   if (e.op != Op::Path || e.start != PathStart::Context || e.steps.size() != 1 || e.cacheSlot >= 0) return false;
@@ -513,6 +519,31 @@ bool Evaluator::eachNode(const Expr& e, const Context& c, NodeSink sink) {
   for (const Node& n : nodeSetOf(e, c, holder))
     if (!sink(n)) return false;
   return true;
+}
+
+// count() of a node-set expression. "//x" and "descendant::x" are counted by
+// the walk over the elements itself: passing each node on costs as much again.
+std::size_t Evaluator::count(const Expr& e, const Context& c) {
+  std::size_t n = 0;
+  if (isDescendantNameWalk(e)) {
+    const Step& step = e.steps[0];
+    Node from = e.start == PathStart::Root ? Node{rootOf(c.node.node), nullptr} : c.node;
+    if (from.attribute) return 0;
+    walkDescendantElements(
+        from.node, step.axis == Axis::DescendantOrSelf, [this] { visit(); },
+        [&](const TiXmlNode* element) { return nameMatches(step, element->ValueStr()); },
+        [&](const TiXmlNode*, std::size_t) {
+          ++n;
+          return true;
+        });
+    return n;
+  }
+  auto counter = [&](const Node&) {
+    ++n;
+    return true;
+  };
+  eachNode(e, c, counter);
+  return n;
 }
 
 bool Evaluator::eachInPath(const Expr& e, const Context& c, NodeSink sink) {

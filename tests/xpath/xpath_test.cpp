@@ -301,6 +301,8 @@ TEST(XPathBounds, DeepDocumentsAndWorkLimits) {
   xpath::Limits small;
   small.maxNodeVisits = 100000;
   EXPECT_FALSE(quadratic->evaluate(root, small));
+  small.maxNodeVisits = 5000;  // counted in the walk itself
+  EXPECT_FALSE(xpath::Expression::compile("count(//e)")->evaluate(root, small));
   small.maxNodeVisits = std::size_t{1} << 30;
   small.maxNodeSetSize = 1000;
   EXPECT_FALSE(xpath::Expression::compile("//e")->evaluate(root, small));

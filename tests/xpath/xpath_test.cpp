@@ -7,6 +7,7 @@
 #include <tinyxml.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
@@ -174,8 +175,8 @@ TEST(XPathOperations, CompiledExpressionSeesEveryEditOfTheTree) {
 // tree with names of every length the comparison treats differently, nested
 // namesakes, mixed content and nodes that are no nodes must give both the same.
 TEST(XPathWalks, ElementWalksSelectWhatTheWalkOverAllNodesSelects) {
-  const char* names[] = {"a", "ab", "abc", "abcd", "abcde", "xbcde", "abcdx", "abcdefgh", "abcdefgi", "abcdefghi", "xbcdefghi",
-                         "abcdefghijklmnopq", "abcdefghijklmnopr", "xml:a", "xml:bc"};
+  const char* names[] = {"a", "ab", "abc", "abcd", "abcde", "xbcde", "abcdx", "abcdefgh", "abcdefgi",
+                         "abcdefghi", "xbcdefghi", "abcdefghijklmnopq", "abcdefghijklmnopr", "xml:a", "xml:bc"};
   const char* fillers[] = {"", "t", "<!--c-->", "<![CDATA[]]>", "<?pi?>", "t<![CDATA[u]]>"};
   std::string xml = "<?xml version='1.0'?><r n='0'>";
   std::vector<const char*> open;

@@ -29,6 +29,52 @@ inline const TiXmlNode* deepestLast(const TiXmlNode* n) {
   return n;
 }
 
+// The elements of the subtree of `top` in document order, `top` itself first
+// when `self` is set and it is one: those that pass `test` go to `f` with their
+// depth below `top`. This is the descendant(-or-self) axis for a name test.
+// Of any other node only the type is read, the last child of a parent is told
+// by the parent rather than by an empty next link, and the way back up follows
+// the parents the walk came down through; each node read counts as a visit,
+// invisible ones included. A first child and a next sibling are met by
+// separate code: in a regular document each then reads nodes a steady distance
+// apart, which the processor learns to fetch ahead of time.
+template <class Visit, class Test, class F>
+void walkDescendantElements(const TiXmlNode* top, bool self, Visit&& visit, Test&& test, F&& f) {
+  if (self && top->Type() == TiXmlNode::TINYXML_ELEMENT) {
+    visit();
+    if (test(top) && !f(top, std::size_t{0})) return;
+  }
+  if (!hasChildren(top) || !top->FirstChild()) return;
+  enum class Next { Stop, Across, Down };
+  std::size_t depth = 1;
+  auto meet = [&](const TiXmlNode* n) {
+    visit();
+    if (n->Type() != TiXmlNode::TINYXML_ELEMENT) return Next::Across;
+    if (test(n) && !f(n, depth)) return Next::Stop;
+    return n->FirstChild() ? Next::Down : Next::Across;
+  };
+  const TiXmlNode* parent = top;
+  const TiXmlNode* n = top->FirstChild();
+  Next next = meet(n);
+  while (next != Next::Stop) {
+    if (next == Next::Down) {
+      parent = n;
+      n = n->FirstChild();
+      ++depth;
+      next = meet(n);
+      continue;
+    }
+    while (n == parent->LastChild()) {
+      if (parent == top) return;
+      n = parent;
+      parent = parent->Parent();
+      --depth;
+    }
+    n = n->NextSibling();
+    next = meet(n);
+  }
+}
+
 template <class Visit, class F>
 void walkAxis(Axis axis, const Node& ctx, Visit&& visit, F&& f) {
   const TiXmlNode* n = ctx.node;
@@ -128,6 +174,22 @@ void walkAxis(Axis axis, const Node& ctx, Visit&& visit, F&& f) {
   }
 }
 
+// A name test: off the attribute axis it passes elements only.
+inline bool isNameTest(Test t) { return t == Test::Name || t == Test::AnyName || t == Test::PrefixAny; }
+
+// A step that walkDescendantElements() can take: a name test on the
+// descendant(-or-self) axis.
+inline bool walksElements(const Step& s) {
+  return (s.axis == Axis::Descendant || s.axis == Axis::DescendantOrSelf) && isNameTest(s.test);
+}
+
+// Does an element or attribute called `name` pass the name test of `step`?
+inline bool nameMatches(const Step& step, std::string_view name) {
+  if (step.test == Test::AnyName) return true;
+  if (step.test == Test::PrefixAny) return sameText(name.substr(0, step.name.size()), step.name);
+  return sameText(name, step.name);
+}
+
 // Does `n`, met on `axis`, pass the node test of `step`?
 inline bool matches(const Step& step, Axis axis, const Node& n) {
   switch (step.test) {
@@ -147,9 +209,7 @@ inline bool matches(const Step& step, Axis axis, const Node& n) {
     if (n.attribute || n.node->Type() != TiXmlNode::TINYXML_ELEMENT) return false;
     name = n.node->ValueStr();
   }
-  if (step.test == Test::AnyName) return true;
-  if (step.test == Test::PrefixAny) return sameText(name.substr(0, step.name.size()), step.name);
-  return sameText(name, step.name);
+  return nameMatches(step, name);
 }
 
 }  // namespace xpath::detail

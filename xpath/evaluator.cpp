@@ -109,6 +109,12 @@ bool isAttributeLookup(const Expr& e) {
   return s.axis == Axis::Attribute && s.test == Test::Name && s.predicates.empty();
 }
 
+// "//x" or "descendant::x" without predicates, from the root or the context node.
+bool isDescendantNameWalk(const Expr& e) {
+  if (e.op != Op::Path || e.start == PathStart::Expr || e.steps.size() != 1 || e.cacheSlot >= 0) return false;
+  return walksElements(e.steps[0]) && e.steps[0].predicates.empty();
+}
+
 // "." : the context node itself.
 bool isContextNode(const Expr& e) {
   if (e.op != Op::Path || e.start != PathStart::Context || e.steps.size() != 1 || e.cacheSlot >= 0) return false;
@@ -515,6 +521,31 @@ bool Evaluator::eachNode(const Expr& e, const Context& c, NodeSink sink) {
   return true;
 }
 
+// count() of a node-set expression. "//x" and "descendant::x" are counted by
+// the walk over the elements itself: passing each node on costs as much again.
+std::size_t Evaluator::count(const Expr& e, const Context& c) {
+  std::size_t n = 0;
+  if (isDescendantNameWalk(e)) {
+    const Step& step = e.steps[0];
+    Node from = e.start == PathStart::Root ? Node{rootOf(c.node.node), nullptr} : c.node;
+    if (from.attribute) return 0;
+    walkDescendantElements(
+        from.node, step.axis == Axis::DescendantOrSelf, [this] { visit(); },
+        [&](const TiXmlNode* element) { return nameMatches(step, element->ValueStr()); },
+        [&](const TiXmlNode*, std::size_t) {
+          ++n;
+          return true;
+        });
+    return n;
+  }
+  auto counter = [&](const Node&) {
+    ++n;
+    return true;
+  };
+  eachNode(e, c, counter);
+  return n;
+}
+
 bool Evaluator::eachInPath(const Expr& e, const Context& c, NodeSink sink) {
   checkStack();
   // Reaching a path is enough for an unbound prefix to fail, even when an
@@ -579,7 +610,9 @@ bool Evaluator::streamFrom(const Node& ctx, const Step* step, const Step* end, N
   bool pair = isChildGroupPair(step, end);
   const Step* after = step + (pair ? 2 : 1);
   auto rest = [&](const Node& n) { return streamFrom(n, after, end, sink); };
-  return pair ? childGroupsFrom(step[1], ctx, rest) : stepFrom(*step, ctx, rest);
+  // The last step feeds the sink itself.
+  NodeSink next = after == end ? sink : NodeSink(rest);
+  return pair ? childGroupsFrom(step[1], ctx, next) : stepFrom(*step, ctx, next);
 }
 
 bool Evaluator::holdsEach(const Step& step, const Node& n) {
@@ -595,11 +628,18 @@ bool Evaluator::stepFrom(const Step& step, const Node& ctx, NodeSink next) {
   if (step.positionalFrom == predicates.size() && !isReverse(step.axis)) {
     // Each node is decided alone and passed on as soon as it is met.
     bool going = true;
-    walkAxis(step.axis, ctx, counter, [&](const Node& n) {
-      if (!matches(step, step.axis, n) || !holdsEach(step, n)) return true;
+    auto pass = [&](const Node& n) {
+      if (!predicates.empty() && !holdsEach(step, n)) return true;
       going = next(n);
       return going;
-    });
+    };
+    if (walksElements(step) && !ctx.attribute) {
+      auto named = [&](const TiXmlNode* e) { return nameMatches(step, e->ValueStr()); };
+      walkDescendantElements(ctx.node, step.axis == Axis::DescendantOrSelf, counter, named,
+                             [&](const TiXmlNode* e, std::size_t) { return pass(Node{e, nullptr}); });
+      return going;
+    }
+    walkAxis(step.axis, ctx, counter, [&](const Node& n) { return !matches(step, step.axis, n) || pass(n); });
     return going;
   }
   // Positions count in axis order among the nodes that passed the predicates
@@ -650,27 +690,41 @@ bool Evaluator::childGroupsFrom(const Step& child, const Node& ctx, NodeSink nex
     checkSize(survivors->size());
     return true;
   };
-  const TiXmlNode* top = ctx.node;
-  std::size_t depth = 1;
-  for (const TiXmlNode* n = firstChild(top); n;) {
-    visit();
+  // Meets `n`, `depth` levels below `ctx`; false to stop.
+  auto meet = [&](const TiXmlNode* n, std::size_t depth) {
     while (!groups.empty() && groups.back().parentDepth >= depth) {
       survivors->resize(groups.back().begin);
       groups.pop_back();
     }
     Node node{n, nullptr};
-    if (matches(child, Axis::Child, node)) {
-      if (groups.empty() || groups.back().parentDepth != depth - 1) {
-        std::size_t begin = survivors->size();
-        stepFrom(child, Node{n->Parent(), nullptr}, keep);
-        groups.push_back({depth - 1, begin, begin, survivors->size()});
-      }
-      Group& g = groups.back();
-      if (g.next < g.end && (*survivors)[g.next].node == n) {
-        ++g.next;
-        if (!next(node)) return false;
-      }
+    if (!matches(child, Axis::Child, node)) return true;
+    if (groups.empty() || groups.back().parentDepth != depth - 1) {
+      std::size_t begin = survivors->size();
+      stepFrom(child, Node{n->Parent(), nullptr}, keep);
+      groups.push_back({depth - 1, begin, begin, survivors->size()});
     }
+    Group& g = groups.back();
+    if (g.next == g.end || (*survivors)[g.next].node != n) return true;
+    ++g.next;
+    return next(node);
+  };
+  const TiXmlNode* top = ctx.node;
+  if (isNameTest(child.test)) {
+    // Only elements can pass, and meeting every one of them is enough to
+    // close the groups of parents the walk has left.
+    bool going = true;
+    walkDescendantElements(
+        top, false, [this] { visit(); }, [](const TiXmlNode*) { return true; },
+        [&](const TiXmlNode* e, std::size_t depth) {
+          going = meet(e, depth);
+          return going;
+        });
+    return going;
+  }
+  std::size_t depth = 1;
+  for (const TiXmlNode* n = firstChild(top); n;) {
+    visit();
+    if (!meet(n, depth)) return false;
     // On to the next node of the subtree in document order.
     if (const TiXmlNode* c = firstChild(n)) {
       n = c;

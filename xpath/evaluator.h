@@ -101,6 +101,7 @@ class Evaluator {
   NodeSetKey& keyOf(const Expr& cachedNodeSet);
 
   bool eachNode(const Expr& e, const Context& c, NodeSink sink);
+  std::size_t count(const Expr& e, const Context& c);
   bool eachInPath(const Expr& e, const Context& c, NodeSink sink);
   bool eachFrom(std::span<const Node> nodes, const Step* step, const Step* end, NodeSink sink);
   bool streamFrom(const Node& ctx, const Step* step, const Step* end, NodeSink sink);

@@ -115,15 +115,7 @@ Value Evaluator::call(const Expr& e, const Context& c) {
     case Fn::Invalid: throw EvalError(e.text);
     case Fn::Last: return Value(static_cast<double>(c.size));
     case Fn::Position: return Value(static_cast<double>(c.position));
-    case Fn::Count: {
-      std::size_t n = 0;
-      auto count = [&](const Node&) {
-        ++n;
-        return true;
-      };
-      eachNode(*a[0], c, count);
-      return Value(static_cast<double>(n));
-    }
+    case Fn::Count: return Value(static_cast<double>(count(*a[0], c)));
     case Fn::Id:
       // Without a DTD no attribute is of type ID.
       (void)eval(*a[0], c);

@@ -7,8 +7,11 @@
 #include <tinyxml.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -167,6 +170,52 @@ TEST(XPathOperations, CompiledExpressionSeesEveryEditOfTheTree) {
   EXPECT_EQ(xpath::evaluateString("concat(count(//i), name(*[last()]), *[last()]/@n)", root), "40renamed39");
 }
 
+// Name tests on the descendant axis, and "//x[k]", walk elements alone; the
+// same selections through node() take the walk over every node. A generated
+// tree with names of every length the comparison treats differently, nested
+// namesakes, mixed content and nodes that are no nodes must give both the same.
+TEST(XPathWalks, ElementWalksSelectWhatTheWalkOverAllNodesSelects) {
+  const char* names[] = {"a", "ab", "abc", "abcd", "abcde", "xbcde", "abcdx", "abcdefgh", "abcdefgi",
+                         "abcdefghi", "xbcdefghi", "abcdefghijklmnopq", "abcdefghijklmnopr", "xml:a", "xml:bc"};
+  const char* fillers[] = {"", "t", "<!--c-->", "<![CDATA[]]>", "<?pi?>", "t<![CDATA[u]]>"};
+  std::string xml = "<?xml version='1.0'?><r n='0'>";
+  std::vector<const char*> open;
+  unsigned seed = 7;
+  for (int n = 1; n < 400; ++n) {
+    seed = seed * 1103515245 + 12345;
+    xml += fillers[(seed >> 8) % 6];
+    if (!open.empty() && (seed >> 12) % 3 == 0) {
+      xml += std::string("</") + open.back() + ">";
+      open.pop_back();
+    }
+    const char* name = names[(seed >> 16) % std::size(names)];
+    xml += std::string("<") + name + " n='" + std::to_string(n) + "'";
+    if ((seed >> 20) % 3 == 0) {
+      xml += "/>";
+    } else {
+      xml += ">";
+      open.push_back(name);
+    }
+  }
+  for (; !open.empty(); open.pop_back()) xml += std::string("</") + open.back() + ">";
+  Doc d((xml + "</r>").c_str());
+  // Count, total and first of the selected nodes' numbers.
+  auto selected = [&](const std::string& set) {
+    return d.eval("concat(count(" + set + "), ' ', sum(" + set + "/@n), ' ', (" + set + ")/@n)");
+  };
+  for (std::string name : names) {
+    std::string same = "node()[name() = '" + name + "']";
+    for (const auto& [fast, general] : {std::pair{"//" + name, "//" + same},
+                                        {"//" + name + "[last()]", "//" + same + "[last()]"},
+                                        {"//" + name + "[2]", "//" + same + "[2]"},
+                                        {"descendant-or-self::" + name, "descendant-or-self::" + same},
+                                        {"a/descendant::" + name, "a/descendant::" + same}})
+      EXPECT_EQ(selected(fast), selected(general)) << fast;
+  }
+  EXPECT_EQ(selected("//xml:*"), selected("//node()[starts-with(name(), 'xml:')]"));
+  EXPECT_EQ(selected("//*[last()]"), selected("//node()[self::*][last()]"));
+}
+
 std::string repeat(const std::string& s, int n) {
   std::string out;
   for (int i = 0; i < n; ++i) out += s;
@@ -253,6 +302,8 @@ TEST(XPathBounds, DeepDocumentsAndWorkLimits) {
   xpath::Limits small;
   small.maxNodeVisits = 100000;
   EXPECT_FALSE(quadratic->evaluate(root, small));
+  small.maxNodeVisits = 5000;  // counted in the walk itself
+  EXPECT_FALSE(xpath::Expression::compile("count(//e)")->evaluate(root, small));
   small.maxNodeVisits = std::size_t{1} << 30;
   small.maxNodeSetSize = 1000;
   EXPECT_FALSE(xpath::Expression::compile("//e")->evaluate(root, small));

@@ -199,7 +199,7 @@ class Walker {
     for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement()) {
       const std::string_view name = child->ValueStr();
       if (isHandler(name, tag.kind)) {
-        pushChildren(*child, pending);
+        continue;
       } else if (name == "data" && findParameter(tag, name)) {
         if (!element.Attribute("data")) noteReads(*child, child->GetText());
       } else {
@@ -208,6 +208,10 @@ class Walker {
                                   tag.name, handlerList(tag.kind).c_str()));
       }
     }
+    // The last handler first, so that the handlers are visited in the order of the file.
+    for (const TiXmlNode* child = element.LastChild(); child; child = child->PreviousSibling())
+      if (const TiXmlElement* handler = child->ToElement(); handler && isHandler(handler->ValueStr(), tag.kind))
+        pushChildren(*handler, pending);
   }
 
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
@@ -221,14 +225,24 @@ class Walker {
   }
 
   void noteHandle(const TiXmlElement& element, const char* name) {
-    if (name && *name) handlesUsed_.try_emplace(name, &element);
+    if (name && *name) keepFirst(handlesUsed_, std::string_view(name), element);
   }
 
   void noteReads(const TiXmlElement& element, const char* text) {
     if (!text || !std::strchr(text, '%')) return;
     ReferenceRecorder recorder;
     expandReferences(wide(text), recorder);
-    for (std::wstring& name : recorder.names) reads_.try_emplace(std::move(name), &element);
+    for (std::wstring& name : recorder.names) keepFirst(reads_, std::move(name), element);
+  }
+
+  // A name's first use in the file is the one reported, whatever the order of the visits.
+  template <typename Name>
+  static void keepFirst(std::map<Name, const TiXmlElement*>& uses, Name name, const TiXmlElement& element) {
+    auto [it, added] = uses.try_emplace(std::move(name), &element);
+    if (!added && before(element, *it->second)) it->second = &element;
+  }
+  static bool before(const TiXmlElement& a, const TiXmlElement& b) {
+    return a.Row() != b.Row() ? a.Row() < b.Row() : a.Column() < b.Column();
   }
 
   const FunctionRegistry& registry_;

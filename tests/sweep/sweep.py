@@ -177,12 +177,16 @@ class Sweep:
 
     def run(self, target, rundir, extra):
         """(exit code or a problem text, output lines, state before, state after).
-        A run that hangs runs once more: under a heavily loaded machine a Wine
-        process can stall by itself; a second hang is the run's own."""
+        A run that hangs, or ends having printed nothing (the program's first line
+        is always printed), runs once more: on a heavily loaded machine a Wine
+        process can stall or fail to start by itself. Runs are deterministic, so
+        a second such run is the program's own."""
         outcome = self.run_once(target, rundir, extra)
-        if outcome[0] == HUNG:
-            print("%s %s hung; its output until then:\n  %s\nrunning it once more" %
-                  (target.name, " ".join(extra), "\n  ".join(outcome[1])), flush=True)
+        silent = not "".join(outcome[1]).strip()
+        if outcome[0] == HUNG or silent:
+            what = "hung" if outcome[0] == HUNG else "ended with %s, having printed nothing" % outcome[0]
+            print("%s %s %s; its output:\n  %s\nrunning it once more" %
+                  (target.name, " ".join(extra), what, "\n  ".join(outcome[1])), flush=True)
             self.reruns += 1
             outcome = self.run_once(target, rundir, extra)
         return outcome
@@ -327,7 +331,7 @@ def main():
                     print(failures[-1], flush=True)
                 else:
                     shutil.rmtree(rundir, ignore_errors=True)
-    reruns = ", %d run again after a hang" % sweep.reruns if sweep.reruns else ""
+    reruns = ", %d run again after a hang or a silent end" % sweep.reruns if sweep.reruns else ""
     print("sweep: %d scripts, %d kinds, %d runs, %d failures%s" % (len(targets), len(kinds), runs, len(failures), reruns))
     return 1 if failures else 0
 

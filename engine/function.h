@@ -84,12 +84,13 @@ class FunctionBase {
   Runtime& runtime() const { return *runtime_; }
 
  private:
+  // Kept small: a script's functions are made by the thousand.
   Runtime* runtime_ = nullptr;
   const wchar_t* name_ = L"";
-  FunctionKind kind_ = FunctionKind::Plain;
   const Parameters* parameters_ = nullptr;
   const TiXmlElement* element_ = nullptr;
   int line_ = 0;
+  FunctionKind kind_ = FunctionKind::Plain;
 };
 
 // Success or error with an error text; drives onsuccess/onerror/onerrorspec.

@@ -32,7 +32,9 @@ source cases.sh beside the cases file. They run under `set -e`, and a line
 "! command" or "a && b" fails its section wherever it stands. An unknown section or header line, or a
 file name that is absolute or holds "..", refuses its case; so does writing
 beside the case directory. A step that outlives its timeout is stopped with
-everything it started, and fails its case.
+everything it started, and fails its case. A run that printed nothing and
+ended with an unexpected code is run once more, with a note: a Wine process on
+a loaded machine can fail to start, and a fault of the program repeats.
 """
 import argparse
 import copy
@@ -280,15 +282,22 @@ def run_steps(case, opts, workdir, env):
         env["WINEDEBUG"] = "-all,warn+seh,warn+debugstr"
     exe = os.path.join(workdir, case["program"]) if "program" in case else opts.exe
     timeout = case.get("timeout", DEFAULT_TIMEOUT)
-    run = run_bounded([opts.wine_run, opts.prefix, exe] + command_line(case, opts, exe, workdir), workdir, env, timeout)
-    returncode, stdout, stderr = run
+    command = [opts.wine_run, opts.prefix, exe] + command_line(case, opts, exe, workdir)
+    expected_exit = case["exit"] & 0xFF or (1 if case["exit"] else 0)  # Wine reports a low byte of 0 as 1
+    returncode, stdout, stderr = run_bounded(command, workdir, env, timeout)
+    if returncode is not None and returncode != expected_exit and not stdout.strip():
+        # Our programs always print a first line: a run that printed nothing did
+        # not get going (a Wine process on a loaded machine can fail to start),
+        # and runs are deterministic, so it runs once more.
+        print("note: the run ended with %d having printed nothing, stderr: %s; running it once more"
+              % (returncode, stderr.decode("utf-8", "replace")[-500:].strip()), flush=True)
+        returncode, stdout, stderr = run_bounded(command, workdir, env, timeout)
     if returncode is None:
         return ["timed out after %d s; its output until then:" % timeout] + stdout.decode("utf-8", "replace").splitlines()
     output = stdout.decode("utf-8", errors="replace").replace("\r\n", "\n").split("\n")
     if output and output[-1] == "":
         output.pop()
     problems = []
-    expected_exit = case["exit"] & 0xFF or (1 if case["exit"] else 0)  # Wine reports a low byte of 0 as 1
     if returncode < 0:
         # A Windows program cannot end this way by itself: Wine's server kills
         # threads with SIGQUIT when another process terminates this one.

@@ -33,10 +33,7 @@ class Engine {
   FunctionBase* first() const { return head_.get(); }
   // One step of the loop: runs `function`, returns what runs next.
   FunctionBase* step(FunctionBase* function);
-  // Ends what the run holds outside its memory: reverts impersonation, closes
-  // the handles it left open (text files take their place) and the trace file.
-  void finish();
-  // finish(), then frees the variables and the function lists for another run.
+  // Resets variables, frees leaked handles and the function lists, closes the trace.
   void reset();
   // The run's variables, for tests that read what a script left.
   VariableStore& variables() { return runtime_.variables; }

@@ -86,18 +86,14 @@ FunctionBase* Engine::next(FunctionBase* f) {
   return continuation(f);
 }
 
-void Engine::finish() {
-  runtime_.impersonation.reset();
-  runtime_.handles.cleanUp();
-  setTraceFile(L"");
-}
-
 void Engine::reset() {
-  finish();
+  runtime_.impersonation.reset();
   labels_.clear();
   runtime_.variables.reset();
   runtime_.errorTarget.clear();
+  runtime_.handles.cleanUp();
   head_.reset();
+  setTraceFile(L"");
 }
 
 }  // namespace engine

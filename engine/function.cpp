@@ -19,7 +19,7 @@ namespace engine {
 namespace {
 
 std::pmr::memory_resource& functionPool() {
-  // Never destroyed: functions the process leaves to its end may outlive statics.
+  // Never destroyed, so that a function freed late, by a static, still finds it.
   static auto* pool = new std::pmr::unsynchronized_pool_resource;
   return *pool;
 }

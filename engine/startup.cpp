@@ -182,11 +182,12 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
   if (args.encrypt) return encryptInPlace(args.scriptPath);
   startRunRecord(args);
 
-  // The document and the prepared functions are left to the end of the process,
-  // which gives their memory back at once: freeing them node by node would cost
-  // a good part of what preparing them did.
+  // The document is left to the end of the process, which gives its memory back
+  // at once: freeing it node by node costs a good part of what parsing it did.
+  // The engine stays on the stack, so that a run ended by an exception still
+  // releases the handles it holds (text files, documents) as it unwinds.
   TiXmlDocument& document = *new TiXmlDocument;
-  Engine& engine = *new Engine(registry);
+  Engine engine(registry);
   int result = loadScript(args, document);
   if (result == 0) {
     log(kPrepare);
@@ -201,7 +202,7 @@ int runUnguarded(int argc, wchar_t** argv, const FunctionRegistry& registry) {
       result = -4;
     }
   }
-  engine.finish();
+  engine.reset();
   recordRunEnd(result);
   return result;
 }

@@ -23,20 +23,6 @@ std::string utf16ToUtf8(const char* bytes, size_t length, bool bigEndian) {
   return platform::toUtf8(text);
 }
 
-}  // namespace
-
-std::wstring scriptString(const char* utf8) {
-  if (!utf8) return {};
-  const size_t length = std::strlen(utf8);
-  std::wstring out(length, L'\0');
-  for (size_t i = 0; i < length; ++i) {
-    const auto c = static_cast<unsigned char>(utf8[i]);
-    if (c >= 0x80) return platform::fromUtf8(std::string_view(utf8, length));
-    out[i] = static_cast<wchar_t>(c);
-  }
-  return out;
-}
-
 // A whole script is scanned here: a word at a time, without an early exit.
 bool isAscii(std::string_view text) {
   uint64_t high = 0;
@@ -56,6 +42,20 @@ std::optional<std::string> convertedToUtf8(std::string_view text) {
   if (text.starts_with("\xFE\xFF")) return utf16ToUtf8(text.data() + 2, text.size() - 2, true);
   if (text.starts_with("\xEF\xBB\xBF") || isAscii(text) || platform::isValidUtf8(text)) return std::nullopt;
   return platform::toUtf8(platform::fromAnsi(text));
+}
+
+}  // namespace
+
+std::wstring scriptString(const char* utf8) {
+  if (!utf8) return {};
+  const size_t length = std::strlen(utf8);
+  std::wstring out(length, L'\0');
+  for (size_t i = 0; i < length; ++i) {
+    const auto c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80) return platform::fromUtf8(std::string_view(utf8, length));
+    out[i] = static_cast<wchar_t>(c);
+  }
+  return out;
 }
 
 size_t decryptScript(std::vector<unsigned char>& bytes) {
@@ -79,7 +79,7 @@ bool parseScript(std::vector<unsigned char>& bytes, size_t length, TiXmlDocument
       convertedToUtf8(std::string_view(reinterpret_cast<const char*>(bytes.data()), length));
   bytes.push_back(0);
   std::string_view text = converted ? std::string_view(*converted) : reinterpret_cast<const char*>(bytes.data());
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  if (!converted && text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) return false;
   // A <data> child's text is a value: its spaces and line breaks are kept.
   TiXmlBase::SetCondenseWhiteSpace(false);

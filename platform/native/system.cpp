@@ -47,8 +47,6 @@ uint32_t LineFile::open(const std::wstring&) {
 
 uint32_t LineFile::writeLine(std::string_view) { return kAccessDenied; }
 
-// %name% references resolved from the process environment; unknown names and
-// a lone % stay as written, as ExpandEnvironmentStringsW leaves them.
 std::optional<std::vector<std::wstring>> environmentNames() {
   std::vector<std::wstring> names;
   for (char** entry = environ; *entry; ++entry) {
@@ -58,6 +56,8 @@ std::optional<std::vector<std::wstring>> environmentNames() {
   return names;
 }
 
+// %name% references resolved from the process environment; unknown names and
+// a lone % stay as written, as ExpandEnvironmentStringsW leaves them.
 std::optional<std::wstring> expandEnvironment(const std::wstring& text) {
   std::wstring out;
   size_t pos = 0;

@@ -65,11 +65,15 @@ class RangeCount {
 
 class Expander {
  public:
+  // Without brackets a reference closes at the next `%`, so no table is needed.
   Expander(std::wstring_view text, ExpansionSource& source)
-      : text_(text), close_(closingTable(text)), source_(source) {}
+      : text_(text),
+        close_(text.find_first_of(L"[]") == kNone ? std::vector<size_t>() : closingTable(text)),
+        source_(source) {}
 
   std::wstring run() {
     frames_.push_back(Frame{0, text_.size(), {}, 0, 0, {}, false});
+    frames_.back().out.reserve(text_.size());
     for (;;) {
       if (frames_.back().pos < frames_.back().end) {
         advance();
@@ -93,6 +97,8 @@ class Expander {
     bool matchless = false;
   };
 
+  size_t closeOf(size_t open) const { return close_.empty() ? text_.find(L'%', open + 1) : close_[open]; }
+
   bool isIndex(const Frame& frame) const { return &frame != &frames_.front(); }
 
   static void append(Frame& frame, std::wstring_view text) {
@@ -115,7 +121,7 @@ class Expander {
       frame.pos = open + 2;
       return;
     }
-    const size_t close = close_[open];
+    const size_t close = closeOf(open);
     if (close == kNone || close >= frame.end) {
       append(frame, L"%");
       frame.pos = open + 1;

@@ -131,16 +131,22 @@ class Walker {
  public:
   Walker(const FunctionRegistry& registry, Collector& out) : registry_(registry), out_(out) {}
 
-  // Visits every element in a function's place, without recursion: scripts
-  // may be nested as deep as the parser allows.
+  // Visits every element in a function's place in the order of the file, so
+  // that each name's first use is the one reported. Without recursion (scripts
+  // may be nested as deep as the parser allows) and without listing a level's
+  // elements ahead: each is read once, when it is visited, so a long list is
+  // not brought into memory twice.
   void walk(const TiXmlElement& root) {
     noteReads(root, root.Attribute("log"));
-    std::vector<const TiXmlElement*> pending;
-    pushChildren(root, pending);
-    while (!pending.empty()) {
-      const TiXmlElement* element = pending.back();
-      pending.pop_back();
-      visit(*element, pending);
+    Lists lists{root.FirstChildElement()};
+    while (!lists.empty()) {
+      const TiXmlElement* element = lists.back();
+      if (!element) {
+        lists.pop_back();
+        continue;
+      }
+      lists.back() = element->NextSiblingElement();
+      visit(*element, lists);
     }
   }
 
@@ -160,19 +166,15 @@ class Walker {
   }
 
  private:
-  // Last child first, so that elements are visited in the order of the file
-  // and each name's first use is the one reported.
-  static void pushChildren(const TiXmlElement& parent, std::vector<const TiXmlElement*>& pending) {
-    for (const TiXmlNode* child = parent.LastChild(); child; child = child->PreviousSibling())
-      if (const TiXmlElement* element = child->ToElement()) pending.push_back(element);
-  }
+  // The next element to visit in each list entered; the last list is visited first.
+  using Lists = std::vector<const TiXmlElement*>;
 
-  void visit(const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
+  void visit(const TiXmlElement& element, Lists& lists) {
     const std::string_view name = element.ValueStr();
     if (const Loop* loop = findLoop(name)) {
       for (const Parameter& p : loop->parameters)
         if (const char* value = element.Attribute(platform::toUtf8(p.name).c_str())) noteAttribute(p, element, value);
-      pushChildren(element, pending);
+      lists.push_back(element.FirstChildElement());
       return;
     }
     // An unknown tag is preparation's to report.
@@ -181,10 +183,10 @@ class Walker {
     std::vector<Risk> risks;
     risks_.visit(element, risks);
     for (Risk& risk : risks) out_.add(Severity::Warning, risk.where, std::move(risk.text));
-    visitFunction(*tag, element, pending);
+    visitFunction(*tag, element, lists);
   }
 
-  void visitFunction(const Tag& tag, const TiXmlElement& element, std::vector<const TiXmlElement*>& pending) {
+  void visitFunction(const Tag& tag, const TiXmlElement& element, Lists& lists) {
     for (const TiXmlAttribute* a = element.FirstAttribute(); a; a = a->Next()) {
       const std::string_view utf8 = a->NameTStr();
       if (const Parameter* p = findParameter(tag, utf8)) {
@@ -208,10 +210,11 @@ class Walker {
                                   tag.name, handlerList(tag.kind).c_str()));
       }
     }
-    // The last handler first, so that the handlers are visited in the order of the file.
-    for (const TiXmlNode* child = element.LastChild(); child; child = child->PreviousSibling())
-      if (const TiXmlElement* handler = child->ToElement(); handler && isHandler(handler->ValueStr(), tag.kind))
-        pushChildren(*handler, pending);
+    // The handlers' lists, the first one to be visited first.
+    const size_t first = lists.size();
+    for (const TiXmlElement* handler = element.FirstChildElement(); handler; handler = handler->NextSiblingElement())
+      if (isHandler(handler->ValueStr(), tag.kind)) lists.push_back(handler->FirstChildElement());
+    std::reverse(lists.begin() + static_cast<std::ptrdiff_t>(first), lists.end());
   }
 
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
@@ -230,9 +233,9 @@ class Walker {
 
   void noteReads(const TiXmlElement& element, const char* text) {
     if (!text || !std::strchr(text, '%')) return;
-    ReferenceRecorder recorder;
-    expandReferences(wide(text), recorder);
-    for (std::wstring& name : recorder.names) keepFirst(reads_, std::move(name), element);
+    recorder_.names.clear();
+    expandReferences(wide(text), recorder_);
+    for (std::wstring& name : recorder_.names) keepFirst(reads_, std::move(name), element);
   }
 
   // A name's first use in the file is the one reported, whatever the order of the visits.
@@ -248,6 +251,7 @@ class Walker {
   const FunctionRegistry& registry_;
   Collector& out_;
   RiskChecks risks_;
+  ReferenceRecorder recorder_;
   std::map<std::wstring, const TiXmlElement*> reads_;  // name -> first use
   // Names as the script writes them (UTF-8), kept by the document until preparation.
   std::map<std::string_view, const TiXmlElement*> handlesUsed_;

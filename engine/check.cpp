@@ -6,7 +6,6 @@
 #include <cstring>
 #include <set>
 #include <string_view>
-#include <unordered_set>
 
 #include <tinyxml.h>
 
@@ -119,6 +118,51 @@ class EnvironmentNames {
   bool complete_ = false;
 };
 
+// Where each name is used, gathered in any order; a name's first use in the
+// file is the one reported. Kept as a list and sorted once: a script may use
+// tens of thousands of names.
+template <typename Name>
+class FirstUses {
+ public:
+  void add(Name name, const TiXmlElement& where) { uses_.emplace_back(std::move(name), &where); }
+
+  // Each name once, in the order of the names, with its first use.
+  const std::vector<std::pair<Name, const TiXmlElement*>>& firsts() {
+    std::stable_sort(uses_.begin(), uses_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    size_t kept = 0;
+    for (auto& use : uses_) {
+      if (kept > 0 && uses_[kept - 1].first == use.first) {
+        if (before(*use.second, *uses_[kept - 1].second)) uses_[kept - 1].second = use.second;
+        continue;
+      }
+      if (&uses_[kept] != &use) uses_[kept] = std::move(use);
+      ++kept;
+    }
+    uses_.resize(kept);
+    return uses_;
+  }
+
+ private:
+  static bool before(const TiXmlElement& a, const TiXmlElement& b) {
+    return a.Row() != b.Row() ? a.Row() < b.Row() : a.Column() < b.Column();
+  }
+  std::vector<std::pair<Name, const TiXmlElement*>> uses_;
+};
+
+// Names as the script writes them, gathered first and then asked about.
+class NameSet {
+ public:
+  void add(std::string_view name) { names_.push_back(name); }
+  void seal() {
+    std::sort(names_.begin(), names_.end());
+    names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
+  }
+  bool contains(std::string_view name) const { return std::binary_search(names_.begin(), names_.end(), name); }
+
+ private:
+  std::vector<std::string_view> names_;
+};
+
 std::wstring handlerList(FunctionKind kind) {
   std::wstring list;
   for (const wchar_t* name : handlerNames(kind)) list += (list.empty() ? L"" : L", ") + std::wstring(name);
@@ -152,16 +196,16 @@ class Walker {
 
   void warn(const Presets& presets) {
     const EnvironmentNames environment;
-    for (const auto& [name, where] : reads_) {
-      if (assigned_.count(platform::toUtf8(name)) || presets.count(name) || isBuiltIn(name)) continue;
+    assigned_.seal();
+    opened_.seal();
+    for (const auto& [name, where] : reads_.firsts()) {
+      if (assigned_.contains(platform::toUtf8(name)) || presets.count(name) || isBuiltIn(name)) continue;
       if (!environment.surelyLacks(name) && isProvidedVariable(name)) continue;
-      out_.add(Severity::Warning, where,
-               platform::format(L"Variable '%s' is read but never assigned", name.c_str()));
+      out_.add(Severity::Warning, where, L"Variable '" + name + L"' is read but never assigned");
     }
-    for (const auto& [name, where] : handlesUsed_) {
-      if (opened_.count(name)) continue;
-      out_.add(Severity::Warning, where,
-               platform::format(L"Handle '%s' is used but never opened", wide(name.data()).c_str()));
+    for (const auto& [name, where] : handlesUsed_.firsts()) {
+      if (opened_.contains(name)) continue;
+      out_.add(Severity::Warning, where, L"Handle '" + wide(std::string(name).c_str()) + L"' is used but never opened");
     }
   }
 
@@ -220,42 +264,32 @@ class Walker {
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
     switch (p.form) {
       case Form::Text: noteReads(element, value); break;
-      case Form::Variable: assigned_.insert(value); break;
+      case Form::Variable: assigned_.add(value); break;
       case Form::Handle: noteHandle(element, value); break;
-      case Form::NewHandle: opened_.insert(value); break;
+      case Form::NewHandle: opened_.add(value); break;
       default: break;
     }
   }
 
   void noteHandle(const TiXmlElement& element, const char* name) {
-    if (name && *name) keepFirst(handlesUsed_, std::string_view(name), element);
+    if (name && *name) handlesUsed_.add(std::string_view(name), element);
   }
 
   void noteReads(const TiXmlElement& element, const char* text) {
     if (!text || !std::strchr(text, '%')) return;
     recorder_.names.clear();
     expandReferences(wide(text), recorder_);
-    for (std::wstring& name : recorder_.names) keepFirst(reads_, std::move(name), element);
-  }
-
-  // A name's first use in the file is the one reported, whatever the order of the visits.
-  template <typename Name>
-  static void keepFirst(std::map<Name, const TiXmlElement*>& uses, Name name, const TiXmlElement& element) {
-    auto [it, added] = uses.try_emplace(std::move(name), &element);
-    if (!added && before(element, *it->second)) it->second = &element;
-  }
-  static bool before(const TiXmlElement& a, const TiXmlElement& b) {
-    return a.Row() != b.Row() ? a.Row() < b.Row() : a.Column() < b.Column();
+    for (std::wstring& name : recorder_.names) reads_.add(std::move(name), element);
   }
 
   const FunctionRegistry& registry_;
   Collector& out_;
   RiskChecks risks_;
   ReferenceRecorder recorder_;
-  std::map<std::wstring, const TiXmlElement*> reads_;  // name -> first use
+  FirstUses<std::wstring> reads_;
   // Names as the script writes them (UTF-8), kept by the document until preparation.
-  std::map<std::string_view, const TiXmlElement*> handlesUsed_;
-  std::unordered_set<std::string_view> assigned_, opened_;
+  FirstUses<std::string_view> handlesUsed_;
+  NameSet assigned_, opened_;
 };
 
 }  // namespace

@@ -46,17 +46,7 @@ std::optional<std::string> convertedToUtf8(std::string_view text) {
 
 }  // namespace
 
-std::wstring scriptString(const char* utf8) {
-  if (!utf8) return {};
-  const size_t length = std::strlen(utf8);
-  std::wstring out(length, L'\0');
-  for (size_t i = 0; i < length; ++i) {
-    const auto c = static_cast<unsigned char>(utf8[i]);
-    if (c >= 0x80) return platform::fromUtf8(std::string_view(utf8, length));
-    out[i] = static_cast<wchar_t>(c);
-  }
-  return out;
-}
+std::wstring scriptString(const char* utf8) { return utf8 ? platform::fromUtf8(utf8) : std::wstring(); }
 
 size_t decryptScript(std::vector<unsigned char>& bytes) {
   if (bytes.empty()) return 0;

@@ -2,17 +2,20 @@
 
 #include <windows.h>
 
+#include <type_traits>
+
 namespace platform {
 namespace {
 
-std::wstring toWide(UINT codePage, DWORD flags, std::string_view text) {
-  if (text.empty()) return {};
+// Appends the text converted from the code page.
+void appendWide(UINT codePage, DWORD flags, std::string_view text, std::wstring& out) {
+  if (text.empty()) return;
   const int size = static_cast<int>(text.size());
   const int needed = MultiByteToWideChar(codePage, flags, text.data(), size, nullptr, 0);
-  if (needed <= 0) return {};
-  std::wstring out(static_cast<size_t>(needed), L'\0');
-  MultiByteToWideChar(codePage, flags, text.data(), size, out.data(), needed);
-  return out;
+  if (needed <= 0) return;
+  const size_t start = out.size();
+  out.resize(start + static_cast<size_t>(needed));
+  MultiByteToWideChar(codePage, flags, text.data(), size, out.data() + start, needed);
 }
 
 // Appends the text converted to the code page; false when the conversion refuses it.
@@ -27,9 +30,28 @@ bool appendNarrow(UINT codePage, DWORD flags, std::wstring_view text, std::strin
   return true;
 }
 
+// Most text is ASCII, which converts one to one: the text is copied up to its
+// first other character, and only the rest goes through the system, whose
+// every call costs much more than the copy. Returns how much was copied.
+template <typename To, typename From>
+size_t appendAscii(std::basic_string_view<From> text, std::basic_string<To>& out) {
+  const size_t start = out.size();
+  out.resize(start + text.size());
+  size_t i = 0;
+  for (; i < text.size(); ++i) {
+    const auto c = static_cast<std::make_unsigned_t<From>>(text[i]);
+    if (c >= 0x80) break;
+    out[start + i] = static_cast<To>(c);
+  }
+  out.resize(start + i);
+  return i;
+}
+
 }  // namespace
 
-void appendUtf8(std::wstring_view text, std::string& out) { appendNarrow(CP_UTF8, 0, text, out); }
+void appendUtf8(std::wstring_view text, std::string& out) {
+  appendNarrow(CP_UTF8, 0, text.substr(appendAscii(text, out)), out);
+}
 
 std::string toUtf8(std::wstring_view text) {
   std::string out;
@@ -43,9 +65,21 @@ std::optional<std::string> toUtf8Strict(std::wstring_view text) {
   return out;
 }
 
-std::wstring fromUtf8(std::string_view text) { return toWide(CP_UTF8, 0, text); }
+void appendWide(std::string_view utf8, std::wstring& out) {
+  appendWide(CP_UTF8, 0, utf8.substr(appendAscii(utf8, out)), out);
+}
 
-std::wstring fromAnsi(std::string_view text) { return toWide(CP_ACP, 0, text); }
+std::wstring fromUtf8(std::string_view text) {
+  std::wstring out;
+  appendWide(text, out);
+  return out;
+}
+
+std::wstring fromAnsi(std::string_view text) {
+  std::wstring out;
+  appendWide(CP_ACP, 0, text, out);
+  return out;
+}
 
 std::string toAnsi(std::wstring_view text) {
   std::string out;

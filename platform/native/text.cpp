@@ -73,12 +73,16 @@ std::optional<std::string> toUtf8Strict(std::wstring_view text) {
   return toUtf8(text);
 }
 
-std::wstring fromUtf8(std::string_view text) {
-  std::wstring out;
+void appendWide(std::string_view text, std::wstring& out) {
   for (size_t at = 0; at < text.size();) {
     char32_t c = 0;
     out.push_back(static_cast<wchar_t>(decode(text, at, c) ? c : kReplacement));
   }
+}
+
+std::wstring fromUtf8(std::string_view text) {
+  std::wstring out;
+  appendWide(text, out);
   return out;
 }
 

@@ -149,18 +149,31 @@ class FirstUses {
   std::vector<std::pair<Name, const TiXmlElement*>> uses_;
 };
 
-// Names as the script writes them, gathered first and then asked about.
+// Names as the script writes them, gathered first and then asked about. Each
+// is hashed when it is added, while its text is at hand; the list is then
+// sorted by hash, so a question compares texts only of names with its hash.
 class NameSet {
  public:
-  void add(std::string_view name) { names_.push_back(name); }
+  void add(std::string_view name) { names_.push_back({hash(name), name}); }
   void seal() {
-    std::sort(names_.begin(), names_.end());
-    names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
+    std::sort(names_.begin(), names_.end(), [](const Entry& a, const Entry& b) { return a.hash < b.hash; });
   }
-  bool contains(std::string_view name) const { return std::binary_search(names_.begin(), names_.end(), name); }
+  bool contains(std::string_view name) const {
+    const size_t wanted = hash(name);
+    auto it = std::lower_bound(names_.begin(), names_.end(), wanted,
+                               [](const Entry& entry, size_t value) { return entry.hash < value; });
+    for (; it != names_.end() && it->hash == wanted; ++it)
+      if (it->name == name) return true;
+    return false;
+  }
 
  private:
-  std::vector<std::string_view> names_;
+  struct Entry {
+    size_t hash;
+    std::string_view name;
+  };
+  static size_t hash(std::string_view name) { return std::hash<std::string_view>{}(name); }
+  std::vector<Entry> names_;
 };
 
 std::wstring handlerList(FunctionKind kind) {
@@ -278,7 +291,9 @@ class Walker {
   void noteReads(const TiXmlElement& element, const char* text) {
     if (!text || !std::strchr(text, '%')) return;
     recorder_.names.clear();
-    expandReferences(wide(text), recorder_);
+    text_.clear();
+    platform::appendWide(text, text_);
+    expandReferences(text_, recorder_);
     for (std::wstring& name : recorder_.names) reads_.add(std::move(name), element);
   }
 
@@ -286,6 +301,7 @@ class Walker {
   Collector& out_;
   RiskChecks risks_;
   ReferenceRecorder recorder_;
+  std::wstring text_;  // the text being read, kept for its buffer
   FirstUses<std::wstring> reads_;
   // Names as the script writes them (UTF-8), kept by the document until preparation.
   FirstUses<std::string_view> handlesUsed_;

@@ -24,12 +24,13 @@ inline bool equalsIgnoreAsciiCase(std::wstring_view a, std::wstring_view b) {
 
 // Whether a script's UTF-8 name is `name`, which is ASCII as every name the
 // program defines (tags, attributes, loops) is: no conversion needed, and a
-// byte of a multi-byte character never equals an ASCII one.
-constexpr bool isAsciiName(std::string_view utf8, std::wstring_view name) {
-  if (utf8.size() != name.size()) return false;
-  for (size_t i = 0; i < utf8.size(); ++i)
-    if (static_cast<unsigned char>(utf8[i]) != static_cast<unsigned>(name[i])) return false;
-  return true;
+// byte of a multi-byte character never equals an ASCII one. `name` is compared
+// up to its terminator, so its length is never counted first.
+constexpr bool isAsciiName(std::string_view utf8, const wchar_t* name) {
+  size_t i = 0;
+  for (; i < utf8.size(); ++i)
+    if (name[i] == 0 || static_cast<unsigned char>(utf8[i]) != static_cast<unsigned>(name[i])) return false;
+  return name[i] == 0;
 }
 
 }  // namespace engine

@@ -55,10 +55,9 @@ std::optional<std::wstring> dataChild(const TiXmlElement& element) {
 
 std::optional<std::wstring> FunctionBase::attribute(const wchar_t* name) const {
   if (!element_) return std::nullopt;
-  const std::wstring_view wanted(name);
   for (const TiXmlAttribute* a = element_->FirstAttribute(); a; a = a->Next())
-    if (isAsciiName(a->NameTStr(), wanted)) return scriptString(a->Value());
-  if (wanted == L"data") return dataChild(*element_);
+    if (isAsciiName(a->NameTStr(), name)) return scriptString(a->Value());
+  if (std::wstring_view(name) == L"data") return dataChild(*element_);
   return std::nullopt;
 }
 

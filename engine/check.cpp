@@ -4,8 +4,8 @@
 #include <map>
 #include <optional>
 #include <cstring>
-#include <set>
 #include <string_view>
+#include <unordered_set>
 
 #include <tinyxml.h>
 
@@ -80,10 +80,11 @@ std::wstring suggestedAttribute(const Tag& tag, const std::wstring& name) {
   return didYouMean(name, names);
 }
 
-bool isBuiltIn(const std::wstring& name) {
-  static const std::set<std::wstring> builtIn = {L"currentdir", L"enginefname", L"enginedir",
-                                                 L"arch",       L"os",          L"error"};
-  return builtIn.count(name) || equalsIgnoreAsciiCase(name, L"random");
+bool isBuiltIn(std::wstring_view name) {
+  static constexpr std::wstring_view builtIn[] = {L"currentdir", L"enginefname", L"enginedir",
+                                                  L"arch",       L"os",          L"error"};
+  return std::find(std::begin(builtIn), std::end(builtIn), name) != std::end(builtIn) ||
+         equalsIgnoreAsciiCase(name, L"random");
 }
 
 // The environment's variable names, read once, so that most names that are
@@ -114,7 +115,7 @@ class EnvironmentNames {
     for (wchar_t& c : name) c = asciiLower(c);
     return name;
   }
-  std::set<std::wstring> lowered_;
+  std::unordered_set<std::wstring> lowered_;
   bool complete_ = false;
 };
 

@@ -6,7 +6,9 @@
 # the next: a step of about 10x means time and memory proportional to the
 # input. At the smallest sizes the differences are within the noise.
 #  - expansion of a 10 KB / 100 KB / 1 MB attribute: plain text, references to
-#    a variable, unknown names (each looked up in the environment), nested
+#    a variable, unknown names (each looked up in the environment), as many
+#    references to a variable whose value is that same text (then also
+#    compared with the unknown names at 1 MB), nested
 #    indexed references %a[%a[...1...]%]% (every level found), the same
 #    nesting around x (every level misses: a[x] does not exist), and an
 #    unterminated run of %[;
@@ -35,12 +37,14 @@ for size, tag in ((10_000, "10k"), (100_000, "100k"), (1_000_000, "1m")):
         "plain": "abcdefghij" * (size // 10),
         "variables": "%v%" * (size // 3),
         "unknown": "%unknown%" * (size // 9),
+        "known": "%known12%" * (size // 9),  # as many references, giving the same text
         "nested": "%a[" * (size // 5) + "1" + "]%" * (size // 5),
         "missing": "%a[" * (size // 5) + "x" + "]%" * (size // 5),
         "unterminated": "%[" * (size // 2),
     }
     for kind, text in texts.items():
         script(f"{kind}-{tag}.xml", '<assign var="v" value="x"/><assign var="a[1]" value="1"/>'
+               '<assign var="known12" value="%%unknown%%"/>'
                f'<assign var="r" value="{text}"/>')
 for count, tag in ((1_000, "10k"), (10_000, "100k"), (100_000, "1m")):
     items = ";".join("f%06d.dll" % i for i in range(count))
@@ -95,9 +99,14 @@ report() {
 }
 
 echo "sizes 10 KB, 100 KB, 1 MB (for: 1,000, 10,000, 100,000 items; nesting: that many levels)"
-for kind in plain variables unknown nested missing unterminated; do
+for kind in plain variables unknown known nested missing unterminated; do
   report "expansion, $kind" "$kind-10k.xml" "$kind-100k.xml" "$kind-1m.xml"
 done
+# Unknown names against known ones: the same count of references, the same text.
+read -r unknown_ms _ <<< "$(best_of_three unknown-1m.xml)"
+read -r known_ms _ <<< "$(best_of_three known-1m.xml)"
+unknown_ms=$(( unknown_ms - base_ms )); known_ms=$(( known_ms - base_ms ))
+echo "unknown / known references at 1 MB, beyond the reference: ${unknown_ms} ms / ${known_ms} ms = $(bench_ratio "$unknown_ms" "$known_ms")"
 report "for loop" for-10k.xml for-100k.xml for-1m.xml
 report "nested handlers" handlers-10k.xml handlers-100k.xml handlers-1m.xml
 report "xmlSave of a deep document" save-10k.xml save-100k.xml save-1m.xml

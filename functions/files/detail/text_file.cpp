@@ -1,5 +1,7 @@
 #include "functions/files/detail/text_file.h"
 
+#include <new>
+
 #include "engine/log.h"
 #include "platform/changes.h"
 #include "platform/text.h"
@@ -19,8 +21,13 @@ std::unique_ptr<TextFile> TextFile::open(const std::wstring& path, bool append) 
 
 TextFile::~TextFile() {
   if (!replacement_ || failed_) return;  // the replacement removes its file as it goes
-  if (const uint32_t error = replacement_->putInPlace())
-    engine::log(kKeptAsBefore, path_.c_str(), error);
+  // A run that ran out of memory closes its files as it unwinds: an allocation
+  // failing here too loses the line, never the run's own end (code 14).
+  try {
+    if (const uint32_t error = replacement_->putInPlace())
+      engine::log(kKeptAsBefore, path_.c_str(), error);
+  } catch (const std::bad_alloc&) {
+  }
 }
 
 bool TextFile::write(std::wstring_view text) {

@@ -52,8 +52,9 @@ class Engine {
   bool problem(const TiXmlBase* where, const std::wstring& message, const std::wstring& detail = {});
 
   struct Label {
-    FunctionBase* function = nullptr;  // nullptr while the label is only referred to
-    const TiXmlElement* reference = nullptr;  // the first element referring to it
+    const TiXmlElement* definition = nullptr;  // nullptr while the label is only referred to
+    FunctionBase* function = nullptr;          // what it names; nullptr in a check, which keeps no functions
+    const TiXmlElement* reference = nullptr;   // the first element referring to it
   };
 
   const FunctionRegistry& registry_;

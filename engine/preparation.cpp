@@ -77,7 +77,7 @@ bool Engine::prepare(TiXmlDocument& document, const Presets& presets) {
   if (!buildList(nullptr, *root, head_)) return false;
   for (const auto& [name, label] : labels_) {
     // "reffered" is the program's established wording, which scripts and log readers match.
-    if (!label.function && !problem(label.reference, platform::format(L"Label '%s' is reffered, but not present", name.c_str())))
+    if (!label.definition && !problem(label.reference, platform::format(L"Label '%s' is reffered, but not present", name.c_str())))
       return false;
   }
   return !failed_;
@@ -103,6 +103,9 @@ bool Engine::buildList(FunctionBase* owner, TiXmlElement& parent, std::unique_pt
       return false;
     }
     if (!function) continue;
+    // A check keeps no functions: each is let go once checked, and the next
+    // one is made in its memory.
+    if (diagnostics_.checkOnly()) continue;
     FunctionBase* current = function.get();
     (last ? last->next : head) = std::move(function);
     last = current;
@@ -140,14 +143,15 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   if (const char* id = element.Attribute("id"); id && *id && !addLabel(scriptString(id), function.get(), element))
     return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
-    labels_.try_emplace(*target, Label{nullptr, &element});
+    labels_.try_emplace(*target, Label{nullptr, nullptr, &element});
   return function;
 }
 
 bool Engine::addLabel(const std::wstring& name, FunctionBase* function, const TiXmlElement& element) {
-  auto [it, added] = labels_.try_emplace(name, Label{function, nullptr});
-  if (added || !it->second.function) {
-    it->second.function = function;
+  auto [it, added] = labels_.try_emplace(name, Label{&element, nullptr, nullptr});
+  if (added || !it->second.definition) {
+    it->second.definition = &element;
+    it->second.function = diagnostics_.checkOnly() ? nullptr : function;
     return true;
   }
   return problem(&element, platform::format(L"Label '%s' is used for two different function instances.", name.c_str()));

@@ -1,7 +1,6 @@
 #include "engine/check.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
 #include <cstring>
 #include <string_view>
@@ -219,7 +218,7 @@ class Walker {
     }
     for (const auto& [name, where] : handlesUsed_.firsts()) {
       if (opened_.contains(name)) continue;
-      out_.add(Severity::Warning, where, L"Handle '" + wide(std::string(name).c_str()) + L"' is used but never opened");
+      out_.add(Severity::Warning, where, L"Handle '" + platform::fromUtf8(name) + L"' is used but never opened");
     }
   }
 

@@ -13,6 +13,7 @@
 #include "platform/error_text.h"
 #include "platform/errors.h"
 #include "platform/format.h"
+#include "platform/text.h"
 
 namespace engine {
 
@@ -56,7 +57,7 @@ std::optional<std::wstring> dataChild(const TiXmlElement& element) {
 std::optional<std::wstring> FunctionBase::attribute(const wchar_t* name) const {
   if (!element_) return std::nullopt;
   for (const TiXmlAttribute* a = element_->FirstAttribute(); a; a = a->Next())
-    if (isAsciiName(a->NameTStr(), name)) return scriptString(a->Value());
+    if (isAsciiName(a->NameTStr(), name)) return platform::fromUtf8(a->ValueStr());
   if (std::wstring_view(name) == L"data") return dataChild(*element_);
   return std::nullopt;
 }

@@ -140,7 +140,8 @@ std::unique_ptr<FunctionBase> Engine::buildFunction(FunctionBase* owner, TiXmlEl
   if (!buildHandlers(*function, element)) return nullptr;
   function->parent = owner;
 
-  if (const char* id = element.Attribute("id"); id && *id && !addLabel(scriptString(id), function.get(), element))
+  if (const std::optional<std::wstring> id = function->attribute(L"id"); id && !id->empty() &&
+      !addLabel(*id, function.get(), element))
     return nullptr;
   if (const std::wstring* target = function->labelReference(); target && !target->empty())
     labels_.try_emplace(*target, Label{nullptr, nullptr, &element});

@@ -85,15 +85,18 @@ bool parseArguments(int argc, wchar_t** argv, Arguments& out) {
 // returns false.
 bool load(const Arguments& args, TiXmlDocument& document) {
   std::vector<unsigned char> bytes;
-  if (const uint32_t error = platform::readWholeFile(args.script, bytes)) {
+  platform::TerminatedFile file;
+  if (const uint32_t error =
+          args.decrypt ? platform::readWholeFile(args.script, bytes) : platform::readTerminated(args.script, file)) {
     printLine(args.script + L": error: " +
               (error == 1006 ? L"the file is empty" : L"cannot read the file: " + platform::errorText(error)));
     return false;
   }
-  const size_t length = args.decrypt ? engine::decryptScript(bytes) : bytes.size();
   // Columns count characters, a tab as one.
   document.SetTabSize(1);
-  if (engine::parseScript(bytes, length, document)) return true;
+  const bool parsed = args.decrypt ? engine::parseScript(bytes, engine::decryptScript(bytes), document)
+                                   : engine::parseScript(file.text(), document);
+  if (parsed) return true;
   if (!document.Error() || document.ErrorId() == TiXmlBase::TIXML_ERROR_DOCUMENT_EMPTY) {
     printLine(args.script + L": error: the script holds no XML element" +
               (args.decrypt ? L"" : L" (an encrypted script needs /encfile)"));

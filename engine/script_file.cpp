@@ -65,10 +65,13 @@ size_t decryptScript(std::vector<unsigned char>& bytes) {
 
 bool parseScript(std::vector<unsigned char>& bytes, size_t length, TiXmlDocument& document) {
   bytes.resize(length);
-  const std::optional<std::string> converted =
-      convertedToUtf8(std::string_view(reinterpret_cast<const char*>(bytes.data()), length));
   bytes.push_back(0);
-  std::string_view text = converted ? std::string_view(*converted) : reinterpret_cast<const char*>(bytes.data());
+  return parseScript(std::string_view(reinterpret_cast<const char*>(bytes.data()), length), document);
+}
+
+bool parseScript(std::string_view original, TiXmlDocument& document) {
+  const std::optional<std::string> converted = convertedToUtf8(original);
+  std::string_view text = converted ? std::string_view(*converted) : original;
   if (!converted && text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) return false;
   // A <data> child's text is a value: its spaces and line breaks are kept.

@@ -63,17 +63,18 @@ int encryptInPlace(const std::wstring& path) {
 // the program's established output, which scripts and log readers match.
 int loadScript(const CommandLine& args, TiXmlDocument& document) {
   const std::wstring path = args.scriptPath;
-  std::vector<unsigned char> bytes;
   if (!args.decrypt) {
     log(kLoadingXml);
-    const uint32_t error = platform::readWholeFile(path, bytes);
-    if (error || !parseScript(bytes, bytes.size(), document)) {
+    platform::TerminatedFile file;
+    const uint32_t error = platform::readTerminated(path, file);
+    if (error || !parseScript(file.text(), document)) {
       log(L"Cannot load xml file '%s'\n", path.c_str());
       return -3;
     }
     return 0;
   }
   log(L"Decrypting");
+  std::vector<unsigned char> bytes;
   if (uint32_t error = platform::readWholeFile(path, bytes)) {
     log(L"Error reading file '%s': %d", path.c_str(), error);
     return static_cast<int>(error);

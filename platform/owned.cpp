@@ -9,5 +9,6 @@ void FindHandleTraits::close(Handle h) { FindClose(h); }
 void RegistryKeyTraits::close(Handle h) { RegCloseKey(static_cast<HKEY>(h)); }
 void ServiceHandleTraits::close(Handle h) { CloseServiceHandle(static_cast<SC_HANDLE>(h)); }
 void ModuleTraits::close(Handle h) { FreeLibrary(static_cast<HMODULE>(h)); }
+void MappedViewTraits::close(Handle h) { UnmapViewOfFile(h); }
 
 }  // namespace platform

@@ -91,6 +91,15 @@ struct ModuleTraits {
 };
 using UniqueModule = Owned<ModuleTraits>;
 
+// A file's view mapped into memory: UnmapViewOfFile.
+struct MappedViewTraits {
+  using Handle = const void*;
+  static Handle none() { return nullptr; }
+  static bool valid(Handle h) { return h != nullptr; }
+  static void close(Handle h);
+};
+using UniqueView = Owned<MappedViewTraits>;
+
 // A catalog administrator context; released in signature.cpp.
 struct CatalogAdminTraits {
   using Handle = void*;

@@ -1,5 +1,7 @@
 #include "platform/read_file.h"
 
+#include <algorithm>
+
 #include <windows.h>
 #include <io.h>
 #include <share.h>
@@ -32,6 +34,38 @@ uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& byt
   if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   return std::ferror(file.get()) ? lastErrorOr(ERROR_READ_FAULT) : 0;
+}
+
+uint32_t readTerminated(const std::wstring& path, TerminatedFile& out) {
+  SetLastError(0);
+  if (failedOnPurpose(Call::Open)) return lastErrorOr(30);
+  const UniqueHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return lastErrorOr(30);
+  LARGE_INTEGER size{};
+  if (!GetFileSizeEx(file.get(), &size)) return lastErrorOr(ERROR_READ_FAULT);
+  if (size.QuadPart <= 0) return 1006;
+  if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
+  const auto length = static_cast<size_t>(size.QuadPart);
+  SYSTEM_INFO system;
+  GetSystemInfo(&system);
+  if (length % system.dwPageSize != 0) {
+    const UniqueHandle mapping(CreateFileMappingW(file.get(), nullptr, PAGE_READONLY, 0, 0, nullptr));
+    if (!mapping) return lastErrorOr(ERROR_READ_FAULT);
+    out.view_.reset(MapViewOfFile(mapping.get(), FILE_MAP_READ, 0, 0, 0));
+    if (!out.view_) return lastErrorOr(ERROR_READ_FAULT);
+    out.text_ = std::string_view(static_cast<const char*>(out.view_.get()), length);
+    return 0;
+  }
+  out.read_.assign(length + 1, '\0');
+  size_t done = 0;
+  for (DWORD got = 0; done < length; done += got) {
+    const auto block = static_cast<DWORD>(std::min<size_t>(length - done, size_t{1} << 30));
+    if (!ReadFile(file.get(), out.read_.data() + done, block, &got, nullptr)) return lastErrorOr(ERROR_READ_FAULT);
+    if (got == 0) break;
+  }
+  out.text_ = std::string_view(out.read_.data(), done);
+  return 0;
 }
 
 bool readTextFile(const std::wstring& path, std::string& out) {

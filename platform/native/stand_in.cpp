@@ -37,6 +37,7 @@ void FindHandleTraits::close(Handle) {}
 void RegistryKeyTraits::close(Handle) {}
 void ServiceHandleTraits::close(Handle) {}
 void ModuleTraits::close(Handle) {}
+void MappedViewTraits::close(Handle) {}
 
 // Files and directories: no path is a directory, no listing starts.
 struct DirectoryListing::Entry {};
@@ -83,6 +84,7 @@ uint32_t Replacement::create(const std::wstring&) { return kAbsent; }
 uint32_t Replacement::putInPlace() { return kAbsent; }
 
 uint32_t readWholeFile(const std::wstring&, std::vector<unsigned char>&) { return kAbsent; }
+uint32_t readTerminated(const std::wstring&, TerminatedFile&) { return kAbsent; }
 bool readTextFile(const std::wstring&, std::string&) { return false; }
 UniqueFile openForReading(const std::wstring&) {
   lastError = kAbsent;

@@ -23,17 +23,11 @@ UniqueFile openFile(const std::wstring& path, const wchar_t* mode, int share) {
 }  // namespace
 
 uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes) {
-  UniqueFile file = openFile(path, L"rb", _SH_DENYWR);
-  if (!file) return lastErrorOr(30);
-  std::fseek(file.get(), 0, SEEK_END);
-  const long length = std::ftell(file.get());
-  std::fseek(file.get(), 0, SEEK_SET);
-  if (length <= 0) return 1006;
-  bytes.reserve(static_cast<size_t>(length) + 1);  // room for the zero a parser ends text with
-  bytes.resize(static_cast<size_t>(length));
-  if (failedOnPurpose(Call::Read)) return lastErrorOr(ERROR_READ_FAULT);
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-  return std::ferror(file.get()) ? lastErrorOr(ERROR_READ_FAULT) : 0;
+  TerminatedFile file;
+  if (const uint32_t error = readTerminated(path, file)) return error;
+  bytes.reserve(file.text().size() + 1);  // room for the zero a parser ends text with
+  bytes.assign(file.text().begin(), file.text().end());
+  return 0;
 }
 
 uint32_t readTerminated(const std::wstring& path, TerminatedFile& out) {

@@ -11,10 +11,6 @@
 
 namespace platform {
 
-// Binary read, denying writers meanwhile: 0 or a Windows error code (1006 for
-// an empty file, 30 when the failed open set no error).
-uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes);
-
 // A whole file's bytes followed by a zero, for a parser that takes a C string.
 class TerminatedFile {
  public:
@@ -29,10 +25,15 @@ class TerminatedFile {
 };
 
 // The whole file, denying writers while it is open: 0 or a Windows error code
-// as readWholeFile gives them. A file whose last page has room for the zero is
-// mapped instead of read: the system fills that room with zeros, and a large
-// file is neither copied nor given fresh memory page by page.
+// (1006 for an empty file, 30 when the failed open set no error). A file whose
+// last page has room for the zero is mapped instead of read: the system fills
+// that room with zeros, and a large file is neither copied nor given fresh
+// memory page by page.
 uint32_t readTerminated(const std::wstring& path, TerminatedFile& out);
+
+// A copy of the whole file, for callers that change the bytes (deciphering,
+// enciphering); errors as readTerminated gives them.
+uint32_t readWholeFile(const std::wstring& path, std::vector<unsigned char>& bytes);
 
 // The whole file read in text mode (CR LF becomes LF); false when it cannot be opened.
 bool readTextFile(const std::wstring& path, std::string& out);

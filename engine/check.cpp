@@ -255,10 +255,12 @@ class Walker {
         out_.add(Severity::Warning, &element, std::move(text));
       }
     }
+    // The handlers' lists are stacked so that the first one is visited first.
+    const size_t firstList = lists.size();
     for (const TiXmlElement* child = element.FirstChildElement(); child; child = child->NextSiblingElement()) {
       const std::string_view name = child->ValueStr();
       if (isHandler(name, tag.kind)) {
-        continue;
+        lists.push_back(child->FirstChildElement());
       } else if (name == "data" && findParameter(tag, name)) {
         if (!element.Attribute("data")) noteReads(*child, child->GetText());
       } else {
@@ -267,11 +269,7 @@ class Walker {
                                   tag.name, handlerList(tag.kind).c_str()));
       }
     }
-    // The handlers' lists, the first one to be visited first.
-    const size_t first = lists.size();
-    for (const TiXmlElement* handler = element.FirstChildElement(); handler; handler = handler->NextSiblingElement())
-      if (isHandler(handler->ValueStr(), tag.kind)) lists.push_back(handler->FirstChildElement());
-    std::reverse(lists.begin() + static_cast<std::ptrdiff_t>(first), lists.end());
+    std::reverse(lists.begin() + static_cast<std::ptrdiff_t>(firstList), lists.end());
   }
 
   void noteAttribute(const Parameter& p, const TiXmlElement& element, const char* value) {
